@@ -1,0 +1,142 @@
+#include "BoxSimulator.h"
+
+#include "SelfSignedCertificate.h"
+
+#include <QJsonDocument>
+#include <QMetaObject>
+
+#include <httplib.h>
+
+namespace {
+const char* const kPlaceholderPage =
+    "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>FRITZ!Box</title></head>\n"
+    "<body><h1>FRITZ!Box</h1><p>Simulated router.</p></body></html>\n";
+}
+
+BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent) : QObject(parent), m_scenario(scenario) {}
+
+BoxSimulator::~BoxSimulator()
+{
+    stop();
+}
+
+bool BoxSimulator::bindServer(httplib::Server& server, int wanted, int* bound, QString* error, const char* what)
+{
+    if (wanted == 0) {
+        *bound = server.bind_to_any_port("127.0.0.1");
+    } else {
+        *bound = server.bind_to_port("127.0.0.1", wanted) ? wanted : -1;
+    }
+    if (*bound <= 0) {
+        *error = QStringLiteral("cannot bind the %1 port %2").arg(QString::fromLatin1(what)).arg(wanted);
+        return false;
+    }
+    return true;
+}
+
+void BoxSimulator::runServer(httplib::Server& server)
+{
+    m_threads.emplace_back([&server] { server.listen_after_bind(); });
+}
+
+bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
+{
+    m_web = std::make_unique<httplib::Server>();
+    installWebRoutes(*m_web);
+    installControlRoutes(*m_web);
+    if (!bindServer(*m_web, wanted.web, &m_ports.web, error, "web"))
+        return false;
+
+    m_tr064 = std::make_unique<httplib::Server>();
+    if (!bindServer(*m_tr064, wanted.tr064, &m_ports.tr064, error, "TR-064"))
+        return false;
+
+    if (!m_monitor.listen(quint16(wanted.monitor))) {
+        *error = QStringLiteral("cannot bind the call monitor port %1").arg(wanted.monitor);
+        return false;
+    }
+    m_ports.monitor = m_monitor.port();
+
+    if (wanted.ssdp >= 0) {
+        if (!m_ssdp.bind(QHostAddress::LocalHost, quint16(wanted.ssdp))) {
+            *error = QStringLiteral("cannot bind the SSDP port %1").arg(wanted.ssdp);
+            return false;
+        }
+        m_ports.ssdp = m_ssdp.localPort();
+    }
+
+    if (wanted.https >= 0) {
+        const QString cert = m_tlsDir.filePath(QStringLiteral("cert.pem"));
+        const QString key = m_tlsDir.filePath(QStringLiteral("key.pem"));
+        if (!m_tlsDir.isValid() || !writeSelfSignedCertificate(cert, key, QStringLiteral("fritz.box"))) {
+            *error = QStringLiteral("cannot make the simulator's certificate");
+            return false;
+        }
+        auto https = std::make_unique<httplib::SSLServer>(cert.toLocal8Bit().constData(), key.toLocal8Bit().constData());
+        if (!https->is_valid()) {
+            *error = QStringLiteral("cannot start the HTTPS server");
+            return false;
+        }
+        installWebRoutes(*https);
+        m_https = std::move(https);
+        if (!bindServer(*m_https, wanted.https, &m_ports.https, error, "HTTPS"))
+            return false;
+        runServer(*m_https);
+    }
+
+    runServer(*m_web);
+    runServer(*m_tr064);
+    return true;
+}
+
+void BoxSimulator::stop()
+{
+    for (auto* server : {m_web.get(), m_tr064.get(), m_https.get()})
+        if (server)
+            server->stop();
+    for (auto& t : m_threads)
+        if (t.joinable())
+            t.join();
+    m_threads.clear();
+}
+
+QJsonObject BoxSimulator::portsJson() const
+{
+    QJsonObject o{{QStringLiteral("web"), m_ports.web},
+                  {QStringLiteral("monitor"), m_ports.monitor},
+                  {QStringLiteral("tr064"), m_ports.tr064}};
+    o.insert(QStringLiteral("ssdp"), m_ports.ssdp >= 0 ? QJsonValue(m_ports.ssdp) : QJsonValue());
+    o.insert(QStringLiteral("https"), m_ports.https >= 0 ? QJsonValue(m_ports.https) : QJsonValue());
+    return o;
+}
+
+void BoxSimulator::installWebRoutes(httplib::Server& server)
+{
+    server.Get("/", [](const httplib::Request&, httplib::Response& res) {
+        res.set_content(kPlaceholderPage, "text/html; charset=utf-8");
+    });
+}
+
+void BoxSimulator::installControlRoutes(httplib::Server& server)
+{
+    // Raw call monitor bytes, exactly as given (tests use this for split and joined lines).
+    server.Post("/_sim/monitor/raw", [this](const httplib::Request& req, httplib::Response& res) {
+        const QByteArray data = QByteArray::fromStdString(req.body);
+        QMetaObject::invokeMethod(&m_monitor, [this, data] { m_monitor.send(data); }, Qt::QueuedConnection);
+        res.set_content("{\"ok\":true}", "application/json");
+    });
+    server.Post("/_sim/monitor/drop", [this](const httplib::Request&, httplib::Response& res) {
+        QMetaObject::invokeMethod(&m_monitor, [this] { m_monitor.dropClients(); }, Qt::QueuedConnection);
+        res.set_content("{\"ok\":true}", "application/json");
+    });
+    server.Get("/_sim/monitor/clients", [this](const httplib::Request&, httplib::Response& res) {
+        int count = 0;
+        QMetaObject::invokeMethod(&m_monitor, [this] { return m_monitor.clientCount(); },
+                                  Qt::BlockingQueuedConnection, &count);
+        res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
+    });
+    server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {
+        res.set_content(QJsonDocument(m_scenario.data()).toJson(QJsonDocument::Compact).toStdString(),
+                        "application/json");
+    });
+}

@@ -1,0 +1,10 @@
+#include "Command.h"
+
+#include "commands/LocationCommand.h"
+
+std::vector<std::unique_ptr<Command>> allCommands()
+{
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<LocationCommand>());
+    return commands;
+}

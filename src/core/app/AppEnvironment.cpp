@@ -1,0 +1,50 @@
+#include "app/AppEnvironment.h"
+
+#include "app/SecretStore.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferencesManager.h"
+
+AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
+    : m_paths(std::move(paths)), m_secretsKind(std::move(secretsKind))
+{
+}
+
+AppEnvironment::~AppEnvironment()
+{
+    if (TNPreferencesManager::sharedManager() == m_manager.get())
+        TNPreferencesManager::setSharedManager(nullptr);
+    if (SettingsStore::standard() == m_settings.get())
+        SettingsStore::setStandard(nullptr);
+}
+
+bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
+{
+    if (m_manager)
+        return true;
+    if (!m_secrets) {
+        m_secrets = SecretStore::create(m_secretsKind, m_paths.configDir, error);
+        if (!m_secrets)
+            return false;
+    }
+    if (!m_settings) {
+        m_settings = std::make_unique<SettingsStore>(m_paths.settingsFile());
+        m_corrupt = m_settings->load() == SettingsStore::LoadResult::Corrupt;
+        m_corruptCopy = m_settings->corruptCopyPath();
+    }
+    if (m_corrupt) {
+        if (!resetCorruptSettings) {
+            if (error)
+                *error = QStringLiteral("the settings file %1 cannot be read (%2); a copy is kept at %3")
+                             .arg(m_settings->filePath(), m_settings->corruptionDetail(), m_corruptCopy);
+            return false;
+        }
+        m_settings->resetAfterCorruption();
+        m_settings->sync();
+        m_corrupt = false;
+    }
+    SettingsStore::setStandard(m_settings.get());
+    m_manager = std::make_unique<TNPreferencesManager>(*m_settings, *m_secrets);
+    TNPreferencesManager::setSharedManager(m_manager.get());
+    m_manager->start();
+    return true;
+}

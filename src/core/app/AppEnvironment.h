@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/AppPaths.h"
+
+#include <QString>
+
+#include <memory>
+
+class SettingsStore;
+class SecretStore;
+class TNPreferencesManager;
+
+// The composition root shared by the tray application and the command line: paths, settings,
+// passwords and the locations, installed as the process-wide instances.
+class AppEnvironment
+{
+public:
+    AppEnvironment(AppPaths paths, QString secretsKind);
+    ~AppEnvironment();
+
+    // False with an error text when the password store is unknown or the settings file cannot
+    // be read; with resetCorruptSettings a corrupt file (already copied aside) is replaced by
+    // defaults.
+    bool open(bool resetCorruptSettings, QString* error);
+    bool settingsCorrupt() const { return m_corrupt; }
+    QString corruptCopyPath() const { return m_corruptCopy; }
+
+    const AppPaths& paths() const { return m_paths; }
+    SettingsStore& settings() const { return *m_settings; }
+    SecretStore& secrets() const { return *m_secrets; }
+    TNPreferencesManager& manager() const { return *m_manager; }
+
+private:
+    AppPaths m_paths;
+    QString m_secretsKind;
+    bool m_corrupt = false;
+    QString m_corruptCopy;
+    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<SecretStore> m_secrets;
+    std::unique_ptr<TNPreferencesManager> m_manager;
+};

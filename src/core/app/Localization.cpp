@@ -1,0 +1,72 @@
+#include "app/Localization.h"
+
+#include "app/LocalizedStrings.h"
+#include "app/Logging.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QTranslator>
+
+namespace {
+const QHash<QString, const char*>& table()
+{
+    static const QHash<QString, const char*> map = [] {
+        QHash<QString, const char*> m;
+        for (const LocalizedString& s : localizedStrings())
+            m.insert(QString::fromLatin1(s.key), s.english);
+        return m;
+    }();
+    return map;
+}
+} // namespace
+
+namespace Localization {
+
+QString localized(const QString& key)
+{
+    const auto it = table().constFind(key);
+    if (it == table().constEnd()) {
+        qCWarning(lcApp) << "Missing localisation key" << key;
+        return key;
+    }
+    return QCoreApplication::translate(kLocalizationContext, it.value());
+}
+
+bool hasKey(const QString& key)
+{
+    return table().contains(key);
+}
+
+QStringList allKeys()
+{
+    QStringList keys = table().keys();
+    keys.sort();
+    return keys;
+}
+
+QString englishText(const QString& key)
+{
+    return QString::fromUtf8(table().value(key, ""));
+}
+
+bool install(const QLocale& locale)
+{
+    static QTranslator* translator = nullptr;
+    if (translator) {
+        QCoreApplication::removeTranslator(translator);
+        delete translator;
+        translator = nullptr;
+    }
+    if (locale.language() == QLocale::C || locale.language() == QLocale::English)
+        return true;
+    auto* t = new QTranslator;
+    if (!t->load(locale, QStringLiteral("tondrel"), QStringLiteral("_"), QStringLiteral(":/i18n"))) {
+        delete t;
+        return false;
+    }
+    QCoreApplication::installTranslator(t);
+    translator = t;
+    return true;
+}
+
+} // namespace Localization

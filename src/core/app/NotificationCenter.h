@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QMutex>
+#include <QString>
+#include <QVariantMap>
+
+#include <functional>
+#include <vector>
+
+struct Notification
+{
+    QString name;
+    QPointer<QObject> object; // the poster's object, may be null
+    QVariantMap userInfo;
+};
+
+// Named in-process notifications. Posting works from any thread; each observer is called on the
+// thread its context object lives in: at once when that is the posting thread, otherwise queued.
+class NotificationCenter
+{
+public:
+    using Handler = std::function<void(const Notification&)>;
+
+    NotificationCenter() = default;
+    NotificationCenter(const NotificationCenter&) = delete;
+    NotificationCenter& operator=(const NotificationCenter&) = delete;
+
+    static NotificationCenter& defaultCenter();
+
+    // An empty name observes every notification. The observation ends with the context object
+    // or with removeObserver(context).
+    void addObserver(QObject* context, const QString& name, Handler handler);
+    void removeObserver(QObject* context, const QString& name = {});
+
+    void post(const QString& name, QObject* object = nullptr, const QVariantMap& userInfo = {});
+    void post(const Notification& notification);
+
+private:
+    struct Entry
+    {
+        quint64 id;
+        QPointer<QObject> context;
+        const QObject* contextKey;
+        QString name;
+        Handler handler;
+    };
+
+    void purge(const QObject* context);
+
+    QMutex m_mutex;
+    std::vector<Entry> m_entries;
+    quint64 m_nextId = 1;
+};

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <QMutex>
+#include <QRecursiveMutex>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <memory>
+
+class SettingsStore;
+class SecretStore;
+
+// The settings of one location (router), loaded from its dictionary under "Locations", with the
+// run-time state of its router session. Fields carry the names other parts know them by.
+class TNPreferences
+{
+public:
+    TNPreferences(SettingsStore& store, SecretStore& secrets);
+
+    // initWithLocationUID: / loadPreferencesWithLocationUID:
+    static std::shared_ptr<TNPreferences> initWithLocationUID(const QString& uid, SettingsStore& store,
+                                                              SecretStore& secrets);
+    void loadPreferencesWithLocationUID(const QString& uid);
+
+    // The stand-in when no location is configured: every part keeps working with empty values.
+    static std::shared_ptr<TNPreferences> initWithDummy(SettingsStore& store, SecretStore& secrets);
+    void loadNonConfiguredPreferences();
+
+    // Writes every stored key back, sets "SaveDate", then stores the three passwords.
+    bool save();
+    QString dump() const;
+
+    QString currentFTPUser() const { return FTPUsername.isEmpty() ? QStringLiteral("ftpuser") : FTPUsername; }
+    bool isDummy() const { return m_dummy; }
+
+    // Stored in the location dictionary.
+    QString uid;
+    int activeProfileInt = 0;
+    QString activeProfile;
+    QString locationName;
+    QString hostName;
+    QString userName;
+    QVariantList lines;
+    QVariantList extensions;
+    QStringList prefixis;
+    QVariantList appleScripts;
+    QVariantMap appleScriptsParams;
+    QString boxLanguage;
+    bool useCallmonitor = false;
+    bool callAutoClose = false;
+    bool confirmDial = false;
+    bool showCallOptions = false;
+    bool useGrowl = false;
+    bool useNotifications = false;
+    bool useReverseSearch = false;
+    bool hideOwnNumber = false;
+    bool cbcUse = false;
+    QVariantList cbcNumbers;
+    int defaultCallArt = 0;
+    int dialPortInt = 0;
+    QString dialPort;
+    QVariantMap contactFormat;
+    QString faxHeader;
+    QString faxID;
+    QVariantList faxLines;
+    QVariantList loadVoicemails;
+    bool remoteAccess = false;
+    bool autoRemoteAccess = false;
+    QString remoteHostName;
+    QString remoteUserName;
+    int remotesslPort = 443;
+    QString broadcastaddress;
+    QString macaddress;
+    QVariant wakeOnLan;
+    QString FTPUsername;
+    bool FTPSSL = false;
+    int webPort = 80;
+    int callMonitorPort = 1012;
+    int tr064Port = 49000;
+    int ftpPort = 21;
+
+    // In the keychain.
+    QString passWord;
+    QString remotePassWord;
+    QString FTPPassWord;
+
+    // Run-time state, reset on every load, never stored.
+    double updateTime = 0;
+    QString sessionID;
+    double remoteUpdateTime = 0;
+    QString remoteSessionID;
+    bool loginError = false;
+    int WLANStatus = 4;
+    int DECTStatus = 4;
+    bool errorMessageShown = false;
+    bool switchedLUA = false;
+    QString wlanSSID_scnd;
+    bool useLUA = false;
+    bool keyChainError = false;
+    void* sessionManager = nullptr;
+    QVariant configDefinition;
+    QString dateFormatString;
+
+    // The location's dictionary as it would be stored now (no passwords).
+    QVariantMap toLocationDictionary() const;
+
+    // Guards the run-time session fields against concurrent background work.
+    QRecursiveMutex& runtimeMutex() const { return m_runtimeMutex; }
+
+private:
+    void resetRuntimeFields();
+    void applyDictionary(const QVariantMap& dict);
+    void loadPasswords();
+
+    SettingsStore& m_store;
+    SecretStore& m_secrets;
+    bool m_dummy = false;
+    mutable QRecursiveMutex m_runtimeMutex;
+};
