@@ -1,0 +1,63 @@
+// The simulator starts on free ports, says which, and passes call monitor bytes through as given.
+#include "TestSupport.h"
+
+#include <QTcpSocket>
+#include <QTest>
+
+class TestBoxsim : public QObject
+{
+    Q_OBJECT
+private slots:
+    void startsOnFreePortsAndServes();
+    void monitorBytesPassUnchanged();
+    void badScenarioIsAnError();
+};
+
+void TestBoxsim::startsOnFreePortsAndServes()
+{
+    SimulatorProcess sim({QStringLiteral("--ssdp-port"), QStringLiteral("0"), QStringLiteral("--https-port"),
+                          QStringLiteral("0")});
+    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+    for (const char* which : {"web", "monitor", "tr064", "ssdp", "https"})
+        QVERIFY2(sim.port(QLatin1String(which)) > 0, which);
+    QVERIFY(sim.control("GET", QStringLiteral("/")).contains("FRITZ!Box"));
+}
+
+void TestBoxsim::monitorBytesPassUnchanged()
+{
+    SimulatorProcess sim;
+    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+    QTcpSocket client;
+    client.connectToHost(QStringLiteral("127.0.0.1"), quint16(sim.port(QStringLiteral("monitor"))));
+    QVERIFY(client.waitForConnected(5000));
+    QTRY_VERIFY(sim.control("GET", QStringLiteral("/_sim/monitor/clients")).contains("\"clients\":1"));
+
+    const QByteArray line = "21.11.26 10:00:00;RING;0;0301234567;5551234;SIP0;\r\n";
+    QVERIFY(!sim.control("POST", QStringLiteral("/_sim/monitor/raw"), line.left(10)).isNull());
+    QVERIFY(!sim.control("POST", QStringLiteral("/_sim/monitor/raw"), line.mid(10)).isNull());
+    QByteArray received;
+    QTRY_VERIFY((received += client.readAll()).size() >= line.size());
+    QCOMPARE(received, line);
+
+    sim.control("POST", QStringLiteral("/_sim/monitor/drop"));
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+}
+
+void TestBoxsim::badScenarioIsAnError()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("broken.json"));
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("{ not json");
+    f.close();
+    QProcess p;
+    p.start(QStringLiteral(TONDREL_BOXSIM_PATH), {QStringLiteral("--scenario"), path, QStringLiteral("--web-port"),
+                                                  QStringLiteral("0")});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 1);
+    QVERIFY(p.readAllStandardError().startsWith("tondrel-boxsim: "));
+}
+
+QTEST_GUILESS_MAIN(TestBoxsim)
+#include "tst_boxsim.moc"
