@@ -13,7 +13,10 @@ const char* const kPlaceholderPage =
     "<body><h1>FRITZ!Box</h1><p>Simulated router.</p></body></html>\n";
 }
 
-BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent) : QObject(parent), m_scenario(scenario) {}
+BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
+    : QObject(parent), m_scenario(scenario), m_ssdp(scenario)
+{
+}
 
 BoxSimulator::~BoxSimulator()
 {
@@ -50,6 +53,7 @@ bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
     m_tr064 = std::make_unique<httplib::Server>();
     if (!bindServer(*m_tr064, wanted.tr064, &m_ports.tr064, error, "TR-064"))
         return false;
+    m_scenario.setValue(QStringLiteral("tr064Port"), m_ports.tr064); // for the SSDP description URLs
 
     if (!m_monitor.listen(quint16(wanted.monitor))) {
         *error = QStringLiteral("cannot bind the call monitor port %1").arg(wanted.monitor);
@@ -58,11 +62,11 @@ bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
     m_ports.monitor = m_monitor.port();
 
     if (wanted.ssdp >= 0) {
-        if (!m_ssdp.bind(QHostAddress::LocalHost, quint16(wanted.ssdp))) {
+        if (!m_ssdp.bind(quint16(wanted.ssdp))) {
             *error = QStringLiteral("cannot bind the SSDP port %1").arg(wanted.ssdp);
             return false;
         }
-        m_ports.ssdp = m_ssdp.localPort();
+        m_ports.ssdp = m_ssdp.port();
     }
 
     if (wanted.https >= 0) {

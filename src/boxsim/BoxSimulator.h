@@ -2,11 +2,11 @@
 
 #include "CallMonitorServer.h"
 #include "Scenario.h"
+#include "SsdpResponder.h"
 
 #include <QJsonObject>
 #include <QObject>
 #include <QTemporaryDir>
-#include <QUdpSocket>
 
 #include <memory>
 #include <thread>
@@ -50,7 +50,7 @@ private:
     Scenario& m_scenario;
     SimulatorPorts m_ports;
     CallMonitorServer m_monitor;
-    QUdpSocket m_ssdp;
+    SsdpResponder m_ssdp;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;
     std::unique_ptr<httplib::Server> m_tr064;
