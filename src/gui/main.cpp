@@ -1,6 +1,7 @@
 #include "app/AppEnvironment.h"
 #include "app/Localization.h"
 #include "app/TNPreferencesManager.h"
+#include "SingleInstance.h"
 
 #include <QAction>
 #include <QApplication>
@@ -16,6 +17,12 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(TONDREL_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     Localization::install();
+
+    SingleInstance instance;
+    if (!instance.claim()) {
+        // Already running: hand over what we were asked to do.
+        return instance.forward(QApplication::arguments().mid(1)) ? 0 : 1;
+    }
 
     AppEnvironment env(AppPaths::resolve(), qEnvironmentVariable("TONDREL_SECRETS"));
     QString error;
