@@ -44,6 +44,8 @@ void FaxCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.printJson(out);
                 return;
             }
+            if (entries.isEmpty())
+                ctx.out() << "No faxes.\n";
             for (int i = 0; i < entries.size(); ++i) {
                 const FaxEntry& e = entries.at(i);
                 const QString who = e.Contact.value(1).isEmpty() ? e.PhoneNumber : e.Contact.value(1);

@@ -53,6 +53,8 @@ void VoicemailCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.printJson(out);
                 return;
             }
+            if (entries.isEmpty())
+                ctx.out() << "No messages.\n";
             QString header;
             for (int i = 0; i < entries.size(); ++i) {
                 const VoicemailEntry& e = entries.at(i);
