@@ -1,6 +1,7 @@
 // Voicemail and fax commands of tondrel-cli against a real FTP server (pyftpdlib), plain and TLS.
 #include "../voicemail/MetaFileBuilder.h"
 #include "../voicemail/SpeexTone.h"
+#include "FtpServerProcess.h"
 #include "TestSupport.h"
 
 #include <QDir>
@@ -11,47 +12,6 @@
 #include <QTest>
 
 namespace {
-
-// pyftpdlib serving a folder on a free loopback port; stopped with the object.
-class FtpServer
-{
-public:
-    FtpServer(const QString& root, const QString& password, bool tls, const QStringList& readOnly = {})
-    {
-        const QString script = QFileInfo(QStringLiteral(__FILE__)).dir().filePath(QStringLiteral("../support/ftpserver.py"));
-        QStringList args{script, QStringLiteral("--root"), root,
-                         QStringLiteral("--password"), password};
-        if (tls)
-            args << QStringLiteral("--tls") << m_certDir.path();
-        for (const QString& dir : readOnly)
-            args << QStringLiteral("--readonly") << dir;
-        m_process.start(QStringLiteral(TONDREL_SYSTEM_PYTHON), args);
-        if (!m_process.waitForStarted(10000))
-            return;
-        while (!m_process.canReadLine())
-            if (!m_process.waitForReadyRead(20000))
-                return;
-        m_port = QJsonDocument::fromJson(m_process.readLine()).object().value(QStringLiteral("port")).toInt();
-    }
-    ~FtpServer() { stop(); }
-    void stop()
-    {
-        if (m_process.state() == QProcess::NotRunning)
-            return;
-        m_process.terminate();
-        if (!m_process.waitForFinished(5000)) {
-            m_process.kill();
-            m_process.waitForFinished();
-        }
-    }
-    int port() const { return m_port; }
-    QString error() { return QString::fromUtf8(m_process.readAllStandardError()); }
-
-private:
-    QTemporaryDir m_certDir;
-    QProcess m_process;
-    int m_port = 0;
-};
 
 const QString kPassword = QStringLiteral("s3cret");
 const QString kVoicebox = QStringLiteral("USB-Stick/FRITZ/voicebox/");
@@ -101,7 +61,7 @@ class TestVoicemailFtp : public QObject
 
     QTemporaryDir m_root;
     TempEnv m_env;
-    std::unique_ptr<FtpServer> m_server;
+    std::unique_ptr<FtpServerProcess> m_server;
 
     QString rootPath(const QString& rel) const { return m_root.filePath(rel); }
 
@@ -128,7 +88,10 @@ class TestVoicemailFtp : public QObject
 
     bool startServer(bool tls, const QStringList& readOnly = {})
     {
-        m_server = std::make_unique<FtpServer>(m_root.path(), kPassword, tls, readOnly);
+        QStringList extra;
+        for (const QString& dir : readOnly)
+            extra << QStringLiteral("--readonly") << dir;
+        m_server = std::make_unique<FtpServerProcess>(m_root.path(), kPassword, tls, extra);
         if (m_server->port() <= 0) {
             qWarning() << "ftp server did not start:" << m_server->error();
             return false;

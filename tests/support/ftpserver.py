@@ -4,6 +4,7 @@
 
 --tls DIR       explicit FTP over TLS (AUTH TLS required), self-signed certificate written to DIR
 --readonly DIR  (relative to root, repeatable) the user may not write files in that folder
+--throttle N    plain FTP only: send at most N bytes per second (to catch a transfer in flight)
 """
 import argparse
 import json
@@ -41,6 +42,7 @@ def main():
     parser.add_argument("--password", required=True)
     parser.add_argument("--tls")
     parser.add_argument("--readonly", action="append", default=[])
+    parser.add_argument("--throttle", type=int)
     args = parser.parse_args()
 
     authorizer = DummyAuthorizer()
@@ -67,6 +69,11 @@ def main():
         # pyftpdlib's data channel fails the TLS 1.3 handshake; routers speak 1.2 anyway.
         from OpenSSL import SSL
         handler.ssl_options = (handler.ssl_options or 0) | SSL.OP_NO_TLSv1_3
+    elif args.throttle:
+        from pyftpdlib.handlers import ThrottledDTPHandler
+        ThrottledDTPHandler.read_limit = args.throttle
+        ThrottledDTPHandler.write_limit = args.throttle
+        handler.dtp_handler = ThrottledDTPHandler
     handler.authorizer = authorizer
     handler.banner = "FRITZ!Box FTP server ready."
 
