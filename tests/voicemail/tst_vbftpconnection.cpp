@@ -6,6 +6,8 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 #include <QTimer>
 
@@ -166,6 +168,49 @@ private slots:
         if (password != u"pw")
             QVERIFY(!c.lastError().alertText().contains(password));
         QVERIFY(c.directoryListingForPath(QString()).isEmpty());
+    }
+
+    void stalledServer_data()
+    {
+        QTest::addColumn<bool>("tls");
+        QTest::addColumn<bool>("greet");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("TLS handshake never answered") << true << true << QStringLiteral("errorFTPSSL_Timeout");
+        QTest::newRow("no greeting, plain FTP") << false << false << QStringLiteral("errorFTP_Connect_Home");
+    }
+    void stalledServer()
+    {
+        QFETCH(bool, tls);
+        QFETCH(bool, greet);
+        QFETCH(QString, key);
+        // Accepts, greets if asked, agrees to AUTH TLS, then stays silent.
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QList<QTcpSocket*> sockets;
+        connect(&server, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket* s = server.nextPendingConnection();
+            sockets << s;
+            if (greet)
+                s->write("220 FRITZ!Box FTP server ready.\r\n");
+            connect(s, &QTcpSocket::readyRead, s, [s] {
+                if (s->readAll().startsWith("AUTH"))
+                    s->write("234 Proceed with negotiation.\r\n");
+            });
+        });
+        VBFTPConnection::Settings st = settings();
+        st.port = server.serverPort();
+        st.tls = tls;
+        st.timeoutSeconds = 2;
+        VBFTPConnection c;
+        bool done = false, ok = true;
+        std::thread worker([&] {
+            ok = c.connectWithSettings(st, 1);
+            done = true;
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(done, 15000);
+        worker.join();
+        QVERIFY(!ok);
+        QCOMPARE(c.lastError().alertKey(), key);
     }
 
     void stopNotificationCancelsTransfer()

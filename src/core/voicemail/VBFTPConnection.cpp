@@ -150,6 +150,11 @@ bool VBFTPConnection::connectWithSettings(const Settings& settings, int connID)
     // Logging in without a transfer tells a wrong password from a missing server at once.
     curl_easy_setopt(d->curl, CURLOPT_NOBODY, 1L);
     m_connected = perform(urlFor(QString()), true);
+    if (!m_connected) {
+        const FTPError error = m_error;
+        disconnect();
+        m_error = error;
+    }
     return m_connected;
 }
 
