@@ -265,34 +265,39 @@ void TNFTPDatasource::reloadVoicemails(std::shared_ptr<TNPreferences> prefs)
     QPointer<TNFTPDatasource> self(this);
     // The connection is made here so that it observes "STOPFTPTRANSFER" on this thread.
     auto connection = std::make_shared<VBFTPConnection>();
-    QThreadPool::globalInstance()->start([self, prefs, connID, connection] {
-        if (!self)
-            return;
-        const auto deliver = [self](auto fn) { QMetaObject::invokeMethod(self.data(), fn, Qt::QueuedConnection); };
-        if (!connection->connectUsePreferences(*prefs, connID)) {
-            const QString message = connection->lastError().alertText();
-            deliver([self, message] {
+    const int limit = loadNumberOfVoicemails;
+    VoicemailMarkerStore* markers = m_markers;
+    CallerNameLookup* names = m_names;
+    QThreadPool::globalInstance()->start([self, prefs, connID, connection, limit, markers, names]() mutable {
+        // The run works on its own datasource so that nothing here is shared with the main thread.
+        TNFTPDatasource run(markers, names);
+        run.loadNumberOfVoicemails = limit;
+        // The connection goes back with the result, to be released on the thread that made it.
+        std::shared_ptr<VBFTPConnection> conn = std::move(connection);
+        const auto deliver = [&self](auto fn) {
+            if (self)
+                QMetaObject::invokeMethod(self.data(), std::move(fn), Qt::QueuedConnection);
+        };
+        const auto fail = [&](const QString& message) {
+            deliver([self, message, conn = std::move(conn)] {
                 self->hasError = true;
                 self->isCurrentlyUpdating = false;
                 self->lastErrorText = message;
                 emit self->loadingFailed(Localization::localized(QStringLiteral("Voicemail / Fax")), message);
             });
-            return;
-        }
-        const QStringList dirs = self->loadFRITZDirectories(*connection);
-        if (dirs.isEmpty()) {
-            const QString message = self->lastErrorText;
-            deliver([self, message] {
-                self->isCurrentlyUpdating = false;
-                emit self->loadingFailed(Localization::localized(QStringLiteral("Voicemail / Fax")), message);
-            });
-            return;
-        }
-        const QList<VoicemailEntry> voicemails =
-            self->loadVoicemailsForDirectories(*connection, dirs, prefs->loadVoicemails);
-        const QList<FaxEntry> faxes = self->loadFAXForDirectories(*connection, dirs);
-        connection->disconnect();
-        deliver([self, connID, voicemails, faxes] {
+        };
+        if (!conn->connectUsePreferences(*prefs, connID))
+            return fail(conn->lastError().alertText());
+        const QStringList dirs = run.loadFRITZDirectories(*conn);
+        if (dirs.isEmpty())
+            return fail(run.lastErrorText);
+        const QList<VoicemailEntry> voicemails = run.loadVoicemailsForDirectories(*conn, dirs, prefs->loadVoicemails);
+        const QList<FaxEntry> faxes = run.loadFAXForDirectories(*conn, dirs);
+        const int total = run.totalVoicemailCounter;
+        conn->disconnect();
+        deliver([self, connID, voicemails, faxes, total, conn = std::move(conn)] {
+            if (connID == self->currentConnID)
+                self->totalVoicemailCounter = total;
             self->loadVoicemailsFinished(connID, voicemails);
             self->loadingFaxFinished(connID, faxes);
             self->isCurrentlyUpdating = false;
