@@ -5,6 +5,7 @@
 #include "app/SettingsStore.h"
 #include "app/TNPreferences.h"
 #include "voicemail/TNFTPDatasource.h"
+#include "voicemail/VBFTPConnection.h"
 #include "voicemail/VoicemailLookups.h"
 
 #include <QFile>
@@ -83,6 +84,44 @@ private slots:
         m_server = std::make_unique<FtpServerProcess>(m_root.path(), QStringLiteral("pw"), false);
         QVERIFY2(m_server->port() > 0, qPrintable(m_server->error()));
         m_store = std::make_unique<SettingsStore>(m_config.filePath(QStringLiteral("settings.json")));
+    }
+
+    void findingFritzFolders_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QStringList>("found");
+        QTest::newRow("on a volume") << QStringList{QStringLiteral("USB/FRITZ/voicebox/meta0")}
+                                     << QStringList{QStringLiteral("USB/FRITZ/")};
+        QTest::newRow("at the root") << QStringList{QStringLiteral("FRITZ/faxbox/a.pdf")} << QStringList{QStringLiteral("FRITZ/")};
+        QTest::newRow("root and two volumes")
+            << QStringList{QStringLiteral("FRITZ/voicebox/meta0"), QStringLiteral("V1/FRITZ/faxbox/a.pdf"),
+                           QStringLiteral("V2/FRITZ/voicebox/meta0"), QStringLiteral("V3/music/a.mp3")}
+            << QStringList{QStringLiteral("FRITZ/"), QStringLiteral("V1/FRITZ/"), QStringLiteral("V2/FRITZ/")};
+        QTest::newRow("FRITZ without boxes") << QStringList{QStringLiteral("FRITZ/other/x"), QStringLiteral("V/FRITZ/x")}
+                                             << QStringList{};
+        QTest::newRow("FRITZ deeper than a volume") << QStringList{QStringLiteral("V/sub/FRITZ/voicebox/meta0")}
+                                                    << QStringList{};
+    }
+    void findingFritzFolders()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QStringList, found);
+        QTemporaryDir root;
+        for (const QString& f : files)
+            writeFile(root.filePath(f), "x");
+        FtpServerProcess server(root.path(), QStringLiteral("pw"), false);
+        VBFTPConnection c;
+        VBFTPConnection::Settings s;
+        s.host = QStringLiteral("127.0.0.1");
+        s.port = server.port();
+        s.user = QStringLiteral("ftpuser");
+        s.password = QStringLiteral("pw");
+        QVERIFY(c.connectWithSettings(s, 1));
+        TNFTPDatasource ds(nullptr, nullptr);
+        QStringList got = ds.loadFRITZDirectories(c);
+        got.sort();
+        QCOMPARE(got, found);
+        QCOMPARE(ds.hasError, found.isEmpty());
     }
 
     void reloadDeliversOnThisThread()
