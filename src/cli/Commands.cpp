@@ -1,12 +1,16 @@
 #include "Command.h"
 
 #include "commands/DiscoverCommand.h"
+#include "commands/FaxCommand.h"
 #include "commands/LocationCommand.h"
+#include "commands/VoicemailCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<LocationCommand>());
+    commands.push_back(std::make_unique<VoicemailCommand>());
+    commands.push_back(std::make_unique<FaxCommand>());
     commands.push_back(std::make_unique<DiscoverCommand>());
     return commands;
 }
