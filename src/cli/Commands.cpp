@@ -1,10 +1,14 @@
 #include "Command.h"
 
 #include "commands/LocationCommand.h"
+#include "commands/LookupCommand.h"
+#include "commands/NumberCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<LocationCommand>());
+    commands.push_back(std::make_unique<NumberCommand>());
+    commands.push_back(std::make_unique<LookupCommand>());
     return commands;
 }
