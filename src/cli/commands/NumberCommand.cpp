@@ -6,6 +6,8 @@
 #include "contacts/NumberForms.h"
 #include "contacts/StringAdditions.h"
 
+#include <QVariantMap>
+
 void NumberCommand::setup(CLI::App& app, CliContext& ctx)
 {
     auto* number = app.add_subcommand("number", "The clean, standard and unified forms of a phone number");
