@@ -8,21 +8,27 @@ AddressBookIndex::AddressBookIndex(std::shared_ptr<const AddressBookSnapshot> sn
     : m_snapshot(std::move(snapshot))
 {
     const auto& people = m_snapshot->people;
-    for (int i = 0; i < people.size(); ++i) {
-        const auto& phones = people.at(i).phones;
-        for (int j = 0; j < phones.size(); ++j) {
-            const int position = int(m_entries.size());
+    for (int i = 0; i < people.size(); ++i)
+        for (int j = 0; j < people.at(i).phones.size(); ++j)
             m_entries.append({i, j});
-            const QString first = singleFirstForm(phones.at(j).value, p);
-            const QString second = areaStripped(first, p);
-            m_singleFirst.insert(first, std::min(position, m_singleFirst.value(first, position)));
-            if (second != first)
-                m_singleSecond.insert(second, std::min(position, m_singleSecond.value(second, position)));
-            const QString batch = batchFirstForm(phones.at(j).value, p);
-            const QString batchArea = areaStripped(batch, p);
-            m_batchFirst.append(batch);
-            m_batchSecond.append(batchArea == batch ? QString() : batchArea);
-        }
+    const int count = int(m_entries.size());
+    m_singleFirst.reserve(count);
+    m_singleSecond.reserve(count);
+    m_batchFirst.resize(count);
+    m_batchSecond.resize(count);
+    // Backwards, so that the entry left in a table for a value is the first in book order.
+    for (int position = count - 1; position >= 0; --position) {
+        const QString& value = people.at(m_entries.at(position).person).phones.at(m_entries.at(position).phone).value;
+        const QString first = singleFirstForm(value, p);
+        QString second = areaStripped(first, p);
+        if (second != first)
+            m_singleSecond.insert(std::move(second), position);
+        m_singleFirst.insert(first, position);
+        QString batch = batchFirstForm(value, p);
+        QString batchArea = areaStripped(batch, p);
+        if (batchArea != batch)
+            m_batchSecond[position] = std::move(batchArea);
+        m_batchFirst[position] = std::move(batch);
     }
 }
 
