@@ -59,11 +59,12 @@ void TestVCard::exports_data()
         << QStringList{u"Jürgen|Müller|Bäckerei Müller GmbH [mobile=+49 30 5550100, iPhone=+49 (171) 555-0111, "_s
                        u"work=030 / 555 01 20, other=0301234567] {Lieferanten,Nachbarn}"_s,
                        u"||Stadtwerke Beispielstadt [main=0800 555 0199] {Lieferanten}"_s};
-    QTest::newRow("outlook 2.1 quoted-printable and latin-1")
+    QTest::newRow("outlook 2.1 quoted-printable, latin-1, unindented photo")
         << u"outlook_2.1_quoted_printable.vcf"_s
         << QStringList{u"Jörg|Grün|Ingenieurbüro Grün & Partner für Haustechnik und Energieberatung "_s
                        u"[work=+49 89 5550140, mobile=0171/5550141, other=089 5550142, home=089-5550143] {Geschäftlich}"_s,
-                       u"Sabine|Schön| [other=0043 1 5550150] {}"_s};
+                       u"Sabine|Schön| [other=0043 1 5550150] {}"_s,
+                       u"Berta|Bild| [mobile=0160 5550180] {}"_s};
     QTest::newRow("nextcloud 4.0 tel uris")
         << u"nextcloud_4.0.vcf"_s
         << QStringList{u"Anna|Schmidt| [home=+49-30-555-0160, mobile=+49-151-5550161, work=+49-30-555-0162] "_s

@@ -33,9 +33,11 @@ VCardAddressBook::VCardAddressBook(QString path, int checkIntervalMs)
 
 std::unique_ptr<VCardAddressBook> VCardAddressBook::fromSettings(const SettingsStore& settings)
 {
-    const QString path = settings.value(keys::AddressBook).toString();
+    QString path = settings.value(keys::AddressBook).toString();
     if (path.isEmpty())
         return nullptr;
+    if (path == u"~" || path.startsWith(u"~/"))
+        path = QDir::homePath() + path.mid(1);
     return std::make_unique<VCardAddressBook>(QDir::cleanPath(QDir::fromNativeSeparators(path)));
 }
 

@@ -13,11 +13,21 @@ struct LogicalLine
     int lineNumber = 0;
 };
 
-bool isQuotedPrintableLine(const QByteArray& line)
+QByteArray headOf(const QByteArray& line)
 {
     const qsizetype colon = line.indexOf(':');
-    const QByteArray head = (colon < 0 ? line : line.left(colon)).toUpper();
-    return head.contains("QUOTED-PRINTABLE");
+    return (colon < 0 ? line : line.left(colon)).toUpper();
+}
+
+bool isQuotedPrintableLine(const QByteArray& line)
+{
+    return headOf(line).contains("QUOTED-PRINTABLE");
+}
+
+bool isBase64Line(const QByteArray& line)
+{
+    const QByteArray head = headOf(line);
+    return head.contains("BASE64") || head.contains("ENCODING=B");
 }
 
 // Folded lines (a leading blank or tab) are joined; quoted-printable soft breaks ("=" at the
@@ -39,6 +49,9 @@ QVector<LogicalLine> unfold(const QByteArray& data)
             out.last().text += line;
         } else if (!line.isEmpty() && (line.at(0) == ' ' || line.at(0) == '\t') && !out.isEmpty()) {
             out.last().text += line.mid(1);
+        } else if (!out.isEmpty() && !line.trimmed().isEmpty() && !line.contains(':') &&
+                   isBase64Line(out.last().text)) {
+            out.last().text += line.trimmed(); // 2.1 exporters that do not indent picture data
         } else if (line.trimmed().isEmpty()) {
             continueSoftBreak = false;
             continue;
