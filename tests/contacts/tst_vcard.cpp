@@ -41,6 +41,8 @@ private slots:
     void exports();
     void uidsAreStable();
     void malformedCardsSkipped();
+    void hostileInput_data();
+    void hostileInput();
     void typesToLabels_data();
     void typesToLabels();
     void writtenCardReadsBack();
@@ -128,6 +130,38 @@ void TestVCard::malformedCardsSkipped()
                  .value(1),
              QStringLiteral("Karte"));
     QCOMPARE(book.lastProblems().size(), 3);
+}
+
+void TestVCard::hostileInput_data()
+{
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<int>("people");
+    QTest::addColumn<int>("problems");
+    const QByteArray card = "BEGIN:VCARD\nN:A;B\nTEL:1\nEND:VCARD\n";
+    QTest::newRow("empty file") << QByteArray() << 0 << 0;
+    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF") + card << 1 << 0;
+    QTest::newRow("lone begin") << QByteArray("BEGIN:VCARD") << 0 << 1;
+    QTest::newRow("lone end") << QByteArray("END:VCARD\n") + card << 1 << 1;
+    QTest::newRow("truncated escape at the end") << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=4") << 0 << 1;
+    QTest::newRow("soft break as the last line")
+        << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=\nEND:VCARD\n") << 0 << 1;
+    QTest::newRow("bad hex kept") << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=ZZ;B\nEND:VCARD\n") << 1 << 0;
+    QTest::newRow("unbalanced quotes in parameters") << QByteArray("BEGIN:VCARD\nTEL;TYPE=\"home:1\nEND:VCARD\n") + card
+                                                     << 1 << 1;
+    QTest::newRow("backslash at the end") << QByteArray("BEGIN:VCARD\nN:A\\\nEND:VCARD\n") << 1 << 0;
+    QTest::newRow("fold before any line") << QByteArray(" folded\n") + card << 1 << 1;
+    QTest::newRow("nul bytes") << QByteArray("BEGIN:VCARD\nN:A\0B;C\nEND:VCARD\n", 29) << 1 << 0;
+    QTest::newRow("deep agent nesting") << QByteArray("BEGIN:VCARD\nAGENT:\n").repeated(500) << 0 << 1;
+}
+
+void TestVCard::hostileInput()
+{
+    QFETCH(QByteArray, data);
+    QFETCH(int, people);
+    QFETCH(int, problems);
+    const auto result = VCardParser::parse(data, QStringLiteral("x.vcf"));
+    QCOMPARE(result.people.size(), people);
+    QCOMPARE(result.problems.size(), problems);
 }
 
 void TestVCard::typesToLabels_data()
