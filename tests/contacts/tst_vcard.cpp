@@ -243,8 +243,15 @@ void TestVCard::folderBookSeesChangesAndAdditions()
     QVERIFY(!book.addPerson(added, &error));
     QVERIFY(!error.isEmpty());
 
+    // A second address book in a sub-folder (khard/vdirsyncer keep one folder per book).
+    QVERIFY(QDir(dir.path()).mkdir(u"work"_s));
+    writeFile(dir.filePath(u"work/c.vcf"_s),
+              "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:c\r\nN:Chef;Clara\r\nTEL;TYPE=WORK:0303333\r\nEND:VCARD\r\n");
+    QCOMPARE(lookup(u"0303333"_s), (QStringList{u"c"_s, u"Clara Chef"_s, u"work"_s}));
+
     QFile::remove(dir.filePath(QStringLiteral("a.vcf")));
     QCOMPARE(lookup(u"0301111"_s), (QStringList{u""_s, u""_s, u""_s}));
+    QCOMPARE(book.snapshot()->people.size(), 2);
 }
 
 void TestVCard::singleFileBookAddsCard()

@@ -13,16 +13,21 @@
 #include <QUuid>
 
 namespace {
+// The folder's cards, then those of its sub-folders: khard and vdirsyncer keep one folder per
+// address book under a common root.
 QFileInfoList cardFiles(const QString& folder)
 {
-    QDir dir(folder);
-    return dir.entryInfoList({QStringLiteral("*.vcf"), QStringLiteral("*.VCF"), QStringLiteral("*.vcard")},
-                             QDir::Files | QDir::Readable, QDir::Name);
+    const QStringList patterns{QStringLiteral("*.vcf"), QStringLiteral("*.VCF"), QStringLiteral("*.vcard")};
+    const QDir dir(folder);
+    QFileInfoList files = dir.entryInfoList(patterns, QDir::Files | QDir::Readable, QDir::Name);
+    for (const QFileInfo& sub : dir.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name))
+        files += QDir(sub.filePath()).entryInfoList(patterns, QDir::Files | QDir::Readable, QDir::Name);
+    return files;
 }
 
 QString stamp(const QFileInfo& info)
 {
-    return QStringLiteral("%1|%2|%3;").arg(info.fileName()).arg(info.size()).arg(info.lastModified().toMSecsSinceEpoch());
+    return QStringLiteral("%1|%2|%3;").arg(info.filePath()).arg(info.size()).arg(info.lastModified().toMSecsSinceEpoch());
 }
 } // namespace
 
