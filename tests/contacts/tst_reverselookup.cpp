@@ -4,7 +4,9 @@
 #include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
 #include "contacts/FBReverseSearch.h"
+#include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
+#include "contacts/StringAdditions.h"
 #include "contacts/ReverseLookup.h"
 #include "contacts/ReverseSearchDefinitions.h"
 
@@ -79,6 +81,8 @@ private slots:
     void update_data();
     void update();
     void backgroundLookupReportsOnMainThread();
+    void textHelpers_data();
+    void textHelpers();
 
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -380,6 +384,37 @@ void TestReverseLookup::backgroundLookupReportsOnMainThread()
     QCOMPARE(deliveredOn, QThread::currentThread());
     QTRY_COMPARE(reloads, 1);
     QThreadPool::globalInstance()->waitForDone();
+}
+
+void TestReverseLookup::textHelpers_data()
+{
+    QTest::addColumn<QString>("helper");
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("percent escapes, utf-8") << u"urldecode"_s << u"M%C3%BCller%20%26%20S%C3%B6hne"_s
+                                             << u"Müller & Söhne"_s;
+    QTest::newRow("plus is not a blank") << u"urldecode"_s << u"a+b"_s << u"a+b"_s;
+    QTest::newRow("broken escape kept") << u"urldecode"_s << u"100%"_s << u"100%"_s;
+    QTest::newRow("tags and entities") << u"html"_s << u"<td><b>Dr.&nbsp;M&uuml;ller</b><br/>Berlin</td>"_s
+                                       << u"Dr. Müller Berlin"_s;
+    QTest::newRow("numeric entities") << u"html"_s << u"Stra&#223;e &#x26; Co"_s << u"Straße & Co"_s;
+    QTest::newRow("escaped markup stays text") << u"html"_s << u"a &lt;b&gt;"_s << u"a <b>"_s;
+    QTest::newRow("every occurrence replaced") << u"replace"_s << u"00430043"_s << u"00"_s;
+}
+
+void TestReverseLookup::textHelpers()
+{
+    QFETCH(QString, helper);
+    QFETCH(QString, input);
+    QFETCH(QString, expected);
+    QString got;
+    if (helper == u"urldecode")
+        got = methods::urldecode(input);
+    else if (helper == u"html")
+        got = HtmlText::toPlainText(input);
+    else
+        got = FBStringHelper::replaceStringTarget(u"0043"_s, u"0"_s, input);
+    QCOMPARE(got, expected);
 }
 
 QTEST_GUILESS_MAIN(TestReverseLookup)
