@@ -17,8 +17,10 @@
 
 namespace {
 
-const Prefixis berlin(QStringList{QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"), QStringLiteral("30")});
-const QVariantMap format{{QStringLiteral("Firstname"), 0}, {QStringLiteral("Surname"), 1}, {QStringLiteral("Company"), 2}};
+const Prefixis berlin(QStringList{QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"),
+                                  QStringLiteral("30")});
+const QVariantMap format{
+    {QStringLiteral("Firstname"), 0}, {QStringLiteral("Surname"), 1}, {QStringLiteral("Company"), 2}};
 
 QString digits(QRandomGenerator& rng, int count)
 {
@@ -49,9 +51,10 @@ struct Fixture
                 p.organization = QStringLiteral("Firma %1 GmbH").arg(i);
             // The ways people store numbers: international, with separators, without area code.
             const QString local = digits(rng, 7);
-            p.phones = {{PhoneLabel::Home, QStringLiteral("+49 30 ") + local},
-                        {PhoneLabel::Mobile, QStringLiteral("0171 / ") + digits(rng, 7)},
-                        {PhoneLabel::Work, i % 3 ? QStringLiteral("(089) ") + digits(rng, 6) : digits(rng, 6)}};
+            p.phones = {
+                {PhoneLabel::Home, QStringLiteral("+49 30 ") + local},
+                {PhoneLabel::Mobile, QStringLiteral("0171 / ") + digits(rng, 7)},
+                {PhoneLabel::Work, i % 3 ? QStringLiteral("(089) ") + digits(rng, 6) : digits(rng, 6)}};
             // Every 50th contact shares a number with an earlier one: the earlier must win.
             if (i % 50 == 49)
                 p.phones[2].value = someBookNumbers.at(rng.bounded(int(someBookNumbers.size())));
@@ -72,7 +75,8 @@ struct Fixture
             if (i % 4 == 3) {
                 n = QStringLiteral("0") + digits(rng, 9);
             } else {
-                n = methods::cleanNumber(someBookNumbers.at(rng.bounded(int(someBookNumbers.size()))), berlin);
+                n = methods::cleanNumber(someBookNumbers.at(rng.bounded(int(someBookNumbers.size()))),
+                                         berlin);
                 if (n.startsWith(QStringLiteral("030")) && i % 2)
                     n = n.mid(3); // a local call without area code
             }
@@ -93,7 +97,8 @@ Fixture& fixture()
 }
 
 // The rules read literally: a pass over every entry, a linear list search per entry.
-QVector<QStringList> linearBatch(const QStringList& numbers, const Prefixis& p, const AddressBookSnapshot& book)
+QVector<QStringList> linearBatch(const QStringList& numbers, const Prefixis& p,
+                                 const AddressBookSnapshot& book)
 {
     QVector<QStringList> result;
     QSet<QString> matched;
@@ -110,8 +115,8 @@ QVector<QStringList> linearBatch(const QStringList& numbers, const Prefixis& p, 
                 continue;
             matched.insert(number);
             result.append({number, person.uid,
-                           adressbooksearch::formatedOutputForContactWithFirstname(person.firstName, person.lastName,
-                                                                                   person.organization, format),
+                           adressbooksearch::formatedOutputForContactWithFirstname(
+                               person.firstName, person.lastName, person.organization, format),
                            phone.label});
             if (matched.size() == numbers.size() / 2)
                 return result;
@@ -133,8 +138,8 @@ QStringList linearSingle(const QString& n, const Prefixis& p, const AddressBookS
             }
             if (hit)
                 return {person.uid,
-                        adressbooksearch::formatedOutputForContactWithFirstname(person.firstName, person.lastName,
-                                                                                person.organization, format),
+                        adressbooksearch::formatedOutputForContactWithFirstname(
+                            person.firstName, person.lastName, person.organization, format),
                         phone.label};
         }
     }
@@ -145,7 +150,8 @@ void verifyAgainstLinearRules()
 {
     Fixture& f = fixture();
     const auto snapshot = f.book->snapshot();
-    const auto fast = adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
+    const auto fast =
+        adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
     const auto slow = linearBatch(f.pairList, berlin, *snapshot);
     if (fast != slow) {
         std::fprintf(stderr, "batch lookup differs from the linear rule (%lld vs %lld records)\n",
@@ -154,22 +160,26 @@ void verifyAgainstLinearRules()
     }
     for (int i = 0; i < 300; ++i) {
         const QString& n = f.cached.at(i);
-        if (adressbooksearch::searchAdressbookForPhoneNew(n, berlin, f.book.get(), format) != linearSingle(n, berlin, *snapshot)) {
+        if (adressbooksearch::searchAdressbookForPhoneNew(n, berlin, f.book.get(), format) !=
+            linearSingle(n, berlin, *snapshot)) {
             std::fprintf(stderr, "single lookup differs from the linear rule for %s\n", qPrintable(n));
             std::abort();
         }
     }
-    std::fprintf(stderr, "checked: %lld batch records equal the linear rule\n", static_cast<long long>(fast.size()));
+    std::fprintf(stderr, "checked: %lld batch records equal the linear rule\n",
+                 static_cast<long long>(fast.size()));
 }
 
 void BM_BatchLookup(benchmark::State& state)
 {
     Fixture& f = fixture();
     for (auto _ : state) {
-        auto records = adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
+        auto records =
+            adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
         benchmark::DoNotOptimize(records);
     }
-    state.counters["records"] = double(adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format).size());
+    state.counters["records"] = double(
+        adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format).size());
 }
 BENCHMARK(BM_BatchLookup)->Unit(benchmark::kMillisecond);
 
@@ -181,7 +191,8 @@ void BM_BatchLookupIncludingIndex(benchmark::State& state)
     for (auto _ : state) {
         AddressBookIndex index(snapshot, berlin);
         benchmark::DoNotOptimize(index.entries().size());
-        auto records = adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
+        auto records =
+            adressbooksearch::searchAdressbookForPhoneArray(f.pairList, berlin, f.book.get(), format);
         benchmark::DoNotOptimize(records);
     }
 }

@@ -17,7 +17,7 @@ public:
     struct Request
     {
         QByteArray method;
-        QByteArray target; // path with query
+        QByteArray target;                     // path with query
         QHash<QByteArray, QByteArray> headers; // names in lower case
         QByteArray body;
     };
@@ -90,22 +90,24 @@ private:
         for (qsizetype i = 1; i < lines.size(); ++i) {
             const qsizetype colon = lines.at(i).indexOf(':');
             if (colon > 0)
-                request.headers.insert(lines.at(i).left(colon).trimmed().toLower(), lines.at(i).mid(colon + 1).trimmed());
+                request.headers.insert(lines.at(i).left(colon).trimmed().toLower(),
+                                       lines.at(i).mid(colon + 1).trimmed());
         }
         const qsizetype length = request.headers.value("content-length", "0").toLongLong();
         if (data.size() < end + 4 + length)
             return;
         request.body = data.mid(end + 4, length);
-        const QByteArray path = request.target.left(request.target.indexOf('?') < 0 ? request.target.size()
-                                                                                    : request.target.indexOf('?'));
+        const QByteArray path = request.target.left(
+            request.target.indexOf('?') < 0 ? request.target.size() : request.target.indexOf('?'));
         QMutexLocker lock(&m_mutex);
         m_requests.append(request);
         if (m_hanging.contains(path))
             return;
         const auto page = m_pages.value(path, {404, QByteArray("not here")});
-        socket->write("HTTP/1.1 " + QByteArray::number(page.first) + " X\r\nContent-Type: text/html; charset=utf-8\r\n"
-                      "Connection: close\r\nContent-Length: " + QByteArray::number(page.second.size()) + "\r\n\r\n" +
-                      page.second);
+        socket->write("HTTP/1.1 " + QByteArray::number(page.first) +
+                      " X\r\nContent-Type: text/html; charset=utf-8\r\n"
+                      "Connection: close\r\nContent-Length: " +
+                      QByteArray::number(page.second.size()) + "\r\n\r\n" + page.second);
         socket->disconnectFromHost();
     }
 

@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 #include <vector>
 
 namespace {
-const QStringList berlin = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"), QStringLiteral("30")};
+const QStringList berlin = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"),
+                            QStringLiteral("30")};
 }
 
 class TestNumberForms : public QObject
@@ -117,7 +118,9 @@ void TestNumberForms::unifiedFirstUseFromManyThreads()
     std::vector<QString> results(8);
     std::vector<std::thread> threads;
     for (size_t i = 0; i < results.size(); ++i)
-        threads.emplace_back([&results, i] { results[i] = SearchingAdditions::unifiedPhoneNumber(QStringLiteral("1-800-FLOWERS")); });
+        threads.emplace_back([&results, i] {
+            results[i] = SearchingAdditions::unifiedPhoneNumber(QStringLiteral("1-800-FLOWERS"));
+        });
     for (auto& t : threads)
         t.join();
     for (const QString& r : results)
@@ -144,7 +147,7 @@ void TestNumberForms::commandAndLines()
     QFETCH(QString, input);
     QFETCH(QString, expected);
     const QString got = function == u"command" ? methods::replaceCommandStringinNumber(input)
-                                                : methods::matchExpressionInString(input);
+                                               : methods::matchExpressionInString(input);
     QCOMPARE(got, expected);
 }
 
@@ -169,7 +172,8 @@ void TestNumberForms::entities_data()
 {
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("xml names") << u"M&amp;M &lt;GmbH&gt; &quot;x&quot; &apos;y&apos;"_s << u"M&M <GmbH> \"x\" 'y'"_s;
+    QTest::newRow("xml names") << u"M&amp;M &lt;GmbH&gt; &quot;x&quot; &apos;y&apos;"_s
+                               << u"M&M <GmbH> \"x\" 'y'"_s;
     QTest::newRow("decimal and hex") << u"M&#252;ller &#xDF;"_s << u"Müller ß"_s;
     QTest::newRow("unknown kept") << u"a &nope; b"_s << u"a &nope; b"_s;
     QTest::newRow("bare ampersand") << u"A & B"_s << u"A & B"_s;
@@ -208,9 +212,11 @@ void TestNumberForms::containsString()
 
 void TestNumberForms::replaceCharactersInSet()
 {
-    QCOMPARE(SearchingAdditions::stringByReplacingCharactersInSet(QStringLiteral("(030) 12-34"), u"()- ", QString()),
+    QCOMPARE(SearchingAdditions::stringByReplacingCharactersInSet(QStringLiteral("(030) 12-34"), u"()- ",
+                                                                  QString()),
              QStringLiteral("0301234"));
-    QCOMPARE(SearchingAdditions::stringByReplacingCharactersInSet(QStringLiteral("a-b--c"), u"-", QStringLiteral("+")),
+    QCOMPARE(SearchingAdditions::stringByReplacingCharactersInSet(QStringLiteral("a-b--c"), u"-",
+                                                                  QStringLiteral("+")),
              QStringLiteral("a+b++c"));
 }
 

@@ -6,9 +6,9 @@
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
-#include "contacts/StringAdditions.h"
 #include "contacts/ReverseLookup.h"
 #include "contacts/ReverseSearchDefinitions.h"
+#include "contacts/StringAdditions.h"
 
 #include "DirectoryServer.h"
 #include "MemoryCallerCache.h"
@@ -32,11 +32,15 @@ QString xmlEscaped(const QString& text)
 
 QByteArray definitionsPlist(const QList<Def>& defs)
 {
-    QString xml = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReverseSearch</key><dict>"_s;
+    QString xml =
+        u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReverseSearch</key><dict>"_s;
     for (const Def& d : defs) {
         xml += u"<key>%1</key><dict>"_s.arg(d.key);
-        const QList<std::pair<QString, QString>> fields = {
-            {u"prefix"_s, d.prefix}, {u"url"_s, d.url}, {u"data"_s, d.data}, {u"method"_s, d.method}, {u"match"_s, d.match}};
+        const QList<std::pair<QString, QString>> fields = {{u"prefix"_s, d.prefix},
+                                                           {u"url"_s, d.url},
+                                                           {u"data"_s, d.data},
+                                                           {u"method"_s, d.method},
+                                                           {u"match"_s, d.match}};
         for (const auto& [name, value] : fields)
             if (!value.isNull())
                 xml += u"<key>%1</key><string>%2</string>"_s.arg(name, xmlEscaped(value));
@@ -100,7 +104,8 @@ private:
     }
     std::unique_ptr<FBReverseSearch> makeSearch()
     {
-        auto search = std::make_unique<FBReverseSearch>(dataDir(), *m_settings, m_http, m_cache.get(), *m_clock);
+        auto search =
+            std::make_unique<FBReverseSearch>(dataDir(), *m_settings, m_http, m_cache.get(), *m_clock);
         search->setTimeoutMs(2000);
         return search;
     }
@@ -156,7 +161,8 @@ void TestReverseLookup::postLookupEndToEnd()
 {
     m_server->setPage("/inverse", u"<html><body><div class=\"hit\"><span class=\"name\"><b>M&uuml;ller &amp; "
                                   u"S&ouml;hne</b>\n GmbH</span></div></body></html>"_s.toUtf8());
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/inverse"), u"ph=##NUMBER##&kind=inv"_s, QString(), namePattern}});
+    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/inverse"), u"ph=##NUMBER##&kind=inv"_s, QString(),
+                         namePattern}});
     const QString name = makeSearch()->reverseSearch(u"1234"_s, berlin);
     QCOMPARE(name, u"Müller & Söhne GmbH"_s);
 
@@ -174,7 +180,8 @@ void TestReverseLookup::postLookupEndToEnd()
 void TestReverseLookup::getDefinitionSendsNumberInAddress()
 {
     m_server->setPage("/get", "<span class=\"name\">Meier</span>");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/get"), u"ph=##NUMBER##"_s, u"GET"_s, namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/get"), u"ph=##NUMBER##"_s, u"GET"_s, namePattern}});
     QCOMPARE(makeSearch()->reverseSearch(u"0301234"_s, berlin), u"Meier"_s);
     const auto requests = m_server->requests();
     QCOMPARE(requests.size(), 1);
@@ -186,8 +193,9 @@ void TestReverseLookup::getDefinitionSendsNumberInAddress()
 void TestReverseLookup::austrianNumberUsesItsDefinition()
 {
     m_server->setPage("/at", "<span class=\"name\">Huber Alois</span>");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern},
-                        {u"0043"_s, u"0"_s, m_server->url("/at"), u"what=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern},
+         {u"0043"_s, u"0"_s, m_server->url("/at"), u"what=##NUMBER##"_s, QString(), namePattern}});
     QCOMPARE(makeSearch()->reverseSearch(u"00431234"_s, berlin), u"Huber Alois"_s);
     QCOMPARE(m_server->requests().size(), 1);
     QCOMPARE(m_server->requests().at(0).body, QByteArray("what=01234"));
@@ -195,18 +203,21 @@ void TestReverseLookup::austrianNumberUsesItsDefinition()
 
 void TestReverseLookup::unknownCountryAsksNobody()
 {
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     QCOMPARE(makeSearch()->reverseSearch(u"0033123456"_s, berlin), QString());
     // Own country without a definition: nothing to ask either.
-    QCOMPARE(makeSearch()->reverseSearch(u"0301234"_s, Prefixis(QStringList{u"00"_s, u"41"_s, u"0"_s, u"44"_s})),
-             QString());
+    QCOMPARE(
+        makeSearch()->reverseSearch(u"0301234"_s, Prefixis(QStringList{u"00"_s, u"41"_s, u"0"_s, u"44"_s})),
+        QString());
     QVERIFY(m_server->requests().isEmpty());
 }
 
 void TestReverseLookup::pageThatNeverAnswers()
 {
     m_server->setHanging("/slow");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/slow"), u"ph=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/slow"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
     search->setTimeoutMs(300);
     QElapsedTimer timer;
@@ -220,7 +231,8 @@ void TestReverseLookup::pageThatNeverAnswers()
 void TestReverseLookup::pageWithoutName()
 {
     m_server->setPage("/none", "<html><p>Kein Treffer</p></html>");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/none"), u"ph=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/none"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     QCOMPARE(makeSearch()->reverseSearch(u"0301234"_s, berlin), QString());
     QVERIFY(m_cache->rows.isEmpty());
 }
@@ -229,7 +241,8 @@ void TestReverseLookup::hostilePatternGivesUp()
 {
     // Nested quantifiers against a long word that fails at its end: exponential backtracking.
     m_server->setPage("/evil", QByteArray(20000, 'a') + '!');
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/evil"), u"ph=##NUMBER##"_s, QString(), u"^(\\w+\\s?)*$"_s}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/evil"), u"ph=##NUMBER##"_s, QString(), u"^(\\w+\\s?)*$"_s}});
     QCOMPARE(makeSearch()->reverseSearch(u"0301234"_s, berlin), QString());
 }
 
@@ -262,8 +275,10 @@ void TestReverseLookup::customScript_data()
     QTest::addColumn<int>("webRequests");
     QTest::newRow("name and label") << QByteArray("echo 'Meier||##||Mobil'") << u"Meier"_s << u"Mobil"_s << 0;
     QTest::newRow("name only") << QByteArray("echo Meier") << u"Meier"_s << QString() << 0;
-    QTest::newRow("number reaches the script") << QByteArray("echo \"Nr $1\"") << u"Nr 0301234"_s << QString() << 0;
-    QTest::newRow("empty output falls back to the web") << QByteArray("true") << u"Web Name"_s << QString() << 1;
+    QTest::newRow("number reaches the script")
+        << QByteArray("echo \"Nr $1\"") << u"Nr 0301234"_s << QString() << 0;
+    QTest::newRow("empty output falls back to the web")
+        << QByteArray("true") << u"Web Name"_s << QString() << 1;
 }
 
 void TestReverseLookup::customScript()
@@ -276,9 +291,11 @@ void TestReverseLookup::customScript()
     QDir().mkpath(scripts);
     writeFile(QDir(scripts).filePath(u"lookup"_s), "#!/bin/sh\n" + script + "\n",
               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    m_settings->setValue(keys::ReverseSearchCustom, QVariantMap{{u"useScript"_s, true}, {u"script"_s, u"lookup"_s}});
+    m_settings->setValue(keys::ReverseSearchCustom,
+                         QVariantMap{{u"useScript"_s, true}, {u"script"_s, u"lookup"_s}});
     m_server->setPage("/de", "<span class=\"name\">Web Name</span>");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
     ReverseLookup lookup(*search, *m_settings, m_http, ReverseLookup::scriptRunnerForFolder(scripts, 5000));
     const ReverseSearchResult result = lookup.reverseSearchMain(u"0301234 (alt)"_s, berlin);
@@ -316,14 +333,16 @@ void TestReverseLookup::update_data()
     QTest::addColumn<QString>("storedVersion");
     QTest::addColumn<QByteArray>("served"); // "" serves nothing (404)
     QTest::addColumn<bool>("downloaded");
-    const QByteArray good = definitionsPlist({{u"0049"_s, u"0"_s, u"https://new"_s, u"d"_s, QString(), namePattern}});
+    const QByteArray good =
+        definitionsPlist({{u"0049"_s, u"0"_s, u"https://new"_s, u"d"_s, QString(), namePattern}});
     const QString version = QStringLiteral(TONDREL_VERSION);
     QTest::newRow("switched off") << false << -1 << version << good << false;
     QTest::newRow("never downloaded") << true << -1 << version << good << true;
     QTest::newRow("fresh enough") << true << 3600 << version << good << false;
     QTest::newRow("interval passed") << true << 90000 << version << good << true;
     QTest::newRow("new application version") << true << 3600 << u"0.0.1"_s << good << true;
-    QTest::newRow("broken download keeps the old file") << true << 90000 << version << QByteArray("<html>oops") << false;
+    QTest::newRow("broken download keeps the old file")
+        << true << 90000 << version << QByteArray("<html>oops") << false;
     QTest::newRow("missing download keeps the old file") << true << 90000 << version << QByteArray() << false;
 }
 
@@ -334,7 +353,8 @@ void TestReverseLookup::update()
     QFETCH(QString, storedVersion);
     QFETCH(QByteArray, served);
     QFETCH(bool, downloaded);
-    const QByteArray old = definitionsPlist({{u"0049"_s, u"0"_s, u"https://old"_s, u"d"_s, QString(), namePattern}});
+    const QByteArray old =
+        definitionsPlist({{u"0049"_s, u"0"_s, u"https://old"_s, u"d"_s, QString(), namePattern}});
     QDir().mkpath(dataDir());
     const QString file = QDir(dataDir()).filePath(ReverseSearchDefinitions::FileName);
     writeFile(file, old);
@@ -358,13 +378,15 @@ void TestReverseLookup::update()
     if (enabled)
         QCOMPARE(m_settings->value(keys::ReverseSearchUpdateInterval).toInt(), 86400);
     const bool asked = !m_server->requests().isEmpty();
-    QCOMPARE(asked, enabled && (lastUpdateAgo < 0 || lastUpdateAgo > 86400 || storedVersion != QStringLiteral(TONDREL_VERSION)));
+    QCOMPARE(asked, enabled && (lastUpdateAgo < 0 || lastUpdateAgo > 86400 ||
+                                storedVersion != QStringLiteral(TONDREL_VERSION)));
 }
 
 void TestReverseLookup::backgroundLookupReportsOnMainThread()
 {
     m_server->setPage("/de", "<span class=\"name\">Hintergrund</span>");
-    installDefinitions({{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
+    installDefinitions(
+        {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
     ReverseLookup lookup(*search, *m_settings, m_http, {});
     QString gotName, gotConn;
@@ -391,12 +413,12 @@ void TestReverseLookup::textHelpers_data()
     QTest::addColumn<QString>("helper");
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("percent escapes, utf-8") << u"urldecode"_s << u"M%C3%BCller%20%26%20S%C3%B6hne"_s
-                                             << u"Müller & Söhne"_s;
+    QTest::newRow("percent escapes, utf-8")
+        << u"urldecode"_s << u"M%C3%BCller%20%26%20S%C3%B6hne"_s << u"Müller & Söhne"_s;
     QTest::newRow("plus is not a blank") << u"urldecode"_s << u"a+b"_s << u"a+b"_s;
     QTest::newRow("broken escape kept") << u"urldecode"_s << u"100%"_s << u"100%"_s;
-    QTest::newRow("tags and entities") << u"html"_s << u"<td><b>Dr.&nbsp;M&uuml;ller</b><br/>Berlin</td>"_s
-                                       << u"Dr. Müller Berlin"_s;
+    QTest::newRow("tags and entities")
+        << u"html"_s << u"<td><b>Dr.&nbsp;M&uuml;ller</b><br/>Berlin</td>"_s << u"Dr. Müller Berlin"_s;
     QTest::newRow("numeric entities") << u"html"_s << u"Stra&#223;e &#x26; Co"_s << u"Straße & Co"_s;
     QTest::newRow("escaped markup stays text") << u"html"_s << u"a &lt;b&gt;"_s << u"a <b>"_s;
     QTest::newRow("every occurrence replaced") << u"replace"_s << u"00430043"_s << u"00"_s;

@@ -21,8 +21,8 @@ QString describe(const ABPerson& p)
     QStringList phones;
     for (const ABPhone& phone : p.phones)
         phones.append(phone.label + u'=' + phone.value);
-    return QStringList{p.firstName, p.lastName, p.organization}.join(u'|') + u" ["_s + phones.join(u", "_s) + u"] {"_s +
-           p.groups.join(u',') + u'}';
+    return QStringList{p.firstName, p.lastName, p.organization}.join(u'|') + u" ["_s + phones.join(u", "_s) +
+           u"] {"_s + p.groups.join(u',') + u'}';
 }
 
 void writeFile(const QString& path, const QByteArray& content)
@@ -58,20 +58,22 @@ void TestVCard::exports_data()
     QTest::addColumn<QStringList>("people");
     QTest::newRow("apple 3.0 with item labels and folding")
         << u"apple_export.vcf"_s
-        << QStringList{u"Jürgen|Müller|Bäckerei Müller GmbH [mobile=+49 30 5550100, iPhone=+49 (171) 555-0111, "_s
-                       u"work=030 / 555 01 20, other=0301234567] {Lieferanten,Nachbarn}"_s,
-                       u"||Stadtwerke Beispielstadt [main=0800 555 0199] {Lieferanten}"_s};
+        << QStringList{
+               u"Jürgen|Müller|Bäckerei Müller GmbH [mobile=+49 30 5550100, iPhone=+49 (171) 555-0111, "_s
+               u"work=030 / 555 01 20, other=0301234567] {Lieferanten,Nachbarn}"_s,
+               u"||Stadtwerke Beispielstadt [main=0800 555 0199] {Lieferanten}"_s};
     QTest::newRow("outlook 2.1 quoted-printable, latin-1, unindented photo")
         << u"outlook_2.1_quoted_printable.vcf"_s
-        << QStringList{u"Jörg|Grün|Ingenieurbüro Grün & Partner für Haustechnik und Energieberatung "_s
-                       u"[work=+49 89 5550140, mobile=0171/5550141, other=089 5550142, home=089-5550143] {Geschäftlich}"_s,
-                       u"Sabine|Schön| [other=0043 1 5550150] {}"_s,
-                       u"Berta|Bild| [mobile=0160 5550180] {}"_s};
+        << QStringList{
+               u"Jörg|Grün|Ingenieurbüro Grün & Partner für Haustechnik und Energieberatung "_s
+               u"[work=+49 89 5550140, mobile=0171/5550141, other=089 5550142, home=089-5550143] {Geschäftlich}"_s,
+               u"Sabine|Schön| [other=0043 1 5550150] {}"_s, u"Berta|Bild| [mobile=0160 5550180] {}"_s};
     QTest::newRow("nextcloud 4.0 tel uris")
         << u"nextcloud_4.0.vcf"_s
-        << QStringList{u"Anna|Schmidt| [home=+49-30-555-0160, mobile=+49-151-5550161, work=+49-30-555-0162] "_s
-                       u"{Familie,Freunde}"_s,
-                       u"Peter Lustig|| [home=0301112223] {}"_s};
+        << QStringList{
+               u"Anna|Schmidt| [home=+49-30-555-0160, mobile=+49-151-5550161, work=+49-30-555-0162] "_s
+               u"{Familie,Freunde}"_s,
+               u"Peter Lustig|| [home=0301112223] {}"_s};
     QTest::newRow("3.0 with folded agent card")
         << u"rogerrouter_Example.vcf"_s
         << QStringList{u"John|Doe| [work=(111) 555-1212, home=(404) 555-1212, home=(404) 555-1213] {}"_s};
@@ -111,7 +113,8 @@ void TestVCard::uidsAreStable()
 
 void TestVCard::malformedCardsSkipped()
 {
-    const auto result = VCardParser::parse(readData(QStringLiteral("broken_cards.vcf")), QStringLiteral("broken_cards.vcf"));
+    const auto result =
+        VCardParser::parse(readData(QStringLiteral("broken_cards.vcf")), QStringLiteral("broken_cards.vcf"));
     QStringList names;
     for (const ABPerson& p : result.people)
         names.append(p.firstName + u' ' + p.lastName);
@@ -126,7 +129,8 @@ void TestVCard::malformedCardsSkipped()
     writeFile(path, readData(QStringLiteral("broken_cards.vcf")));
     VCardAddressBook book(path);
     const Prefixis p(QStringList{u"00"_s, u"49"_s, u"0"_s, u"30"_s});
-    QCOMPARE(adressbooksearch::searchAdressbookForPhoneNew(QStringLiteral("0305550174"), p, &book, {{u"Firstname"_s, 0}})
+    QCOMPARE(adressbooksearch::searchAdressbookForPhoneNew(QStringLiteral("0305550174"), p, &book,
+                                                           {{u"Firstname"_s, 0}})
                  .value(1),
              QStringLiteral("Karte"));
     QCOMPARE(book.lastProblems().size(), 3);
@@ -142,12 +146,15 @@ void TestVCard::hostileInput_data()
     QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF") + card << 1 << 0;
     QTest::newRow("lone begin") << QByteArray("BEGIN:VCARD") << 0 << 1;
     QTest::newRow("lone end") << QByteArray("END:VCARD\n") + card << 1 << 1;
-    QTest::newRow("truncated escape at the end") << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=4") << 0 << 1;
+    QTest::newRow("truncated escape at the end")
+        << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=4") << 0 << 1;
     QTest::newRow("soft break as the last line")
         << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=\nEND:VCARD\n") << 0 << 1;
-    QTest::newRow("bad hex kept") << QByteArray("BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=ZZ;B\nEND:VCARD\n") << 1 << 0;
-    QTest::newRow("unbalanced quotes in parameters") << QByteArray("BEGIN:VCARD\nTEL;TYPE=\"home:1\nEND:VCARD\n") + card
-                                                     << 1 << 1;
+    QTest::newRow("bad hex kept") << QByteArray(
+                                         "BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:A=ZZ;B\nEND:VCARD\n")
+                                  << 1 << 0;
+    QTest::newRow("unbalanced quotes in parameters")
+        << QByteArray("BEGIN:VCARD\nTEL;TYPE=\"home:1\nEND:VCARD\n") + card << 1 << 1;
     QTest::newRow("backslash at the end") << QByteArray("BEGIN:VCARD\nN:A\\\nEND:VCARD\n") << 1 << 0;
     QTest::newRow("fold before any line") << QByteArray(" folded\n") + card << 1 << 1;
     QTest::newRow("nul bytes") << QByteArray("BEGIN:VCARD\nN:A\0B;C\nEND:VCARD\n", 29) << 1 << 0;
@@ -192,9 +199,12 @@ void TestVCard::writtenCardReadsBack()
     person.uid = QStringLiteral("uid-1");
     person.firstName = QStringLiteral("Zoë");
     person.lastName = QStringLiteral("O'Brien; Jr.");
-    person.organization = QStringLiteral("Kaffee, Kuchen & Co. KG mit einem Namen, der so lang ist, dass er gefaltet wird");
-    person.phones = {{PhoneLabel::Mobile, QStringLiteral("+49 171 555")}, {PhoneLabel::IPhone, QStringLiteral("0172")},
-                     {PhoneLabel::Main, QStringLiteral("030 1")}, {PhoneLabel::Other, QStringLiteral("030 2")}};
+    person.organization =
+        QStringLiteral("Kaffee, Kuchen & Co. KG mit einem Namen, der so lang ist, dass er gefaltet wird");
+    person.phones = {{PhoneLabel::Mobile, QStringLiteral("+49 171 555")},
+                     {PhoneLabel::IPhone, QStringLiteral("0172")},
+                     {PhoneLabel::Main, QStringLiteral("030 1")},
+                     {PhoneLabel::Other, QStringLiteral("030 2")}};
     person.groups = {QStringLiteral("Freunde, alte"), QStringLiteral("Arbeit")};
     const QByteArray card = VCardParser::serialize(person);
     for (const QByteArray& line : card.split('\n'))
@@ -221,12 +231,14 @@ void TestVCard::folderBookSeesChangesAndAdditions()
     QCOMPARE(book.snapshot()->people.size(), 1);
 
     // An editor rewrites the card in place.
-    writeFile(dir.filePath(QStringLiteral("a.vcf")),
-              "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:a\r\nN:Neu;Anna Maria\r\nTEL;TYPE=WORK:0301111\r\nEND:VCARD\r\n");
+    writeFile(
+        dir.filePath(QStringLiteral("a.vcf")),
+        "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:a\r\nN:Neu;Anna Maria\r\nTEL;TYPE=WORK:0301111\r\nEND:VCARD\r\n");
     {
         QFile touched(dir.filePath(QStringLiteral("a.vcf")));
         QVERIFY(touched.open(QIODevice::ReadWrite));
-        QVERIFY(touched.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));
+        QVERIFY(
+            touched.setFileTime(QDateTime::currentDateTime().addSecs(5), QFileDevice::FileModificationTime));
     }
     QCOMPARE(lookup(u"0301111"_s), (QStringList{u"a"_s, u"Anna Maria Neu"_s, u"work"_s}));
 
@@ -245,8 +257,9 @@ void TestVCard::folderBookSeesChangesAndAdditions()
 
     // A second address book in a sub-folder (khard/vdirsyncer keep one folder per book).
     QVERIFY(QDir(dir.path()).mkdir(u"work"_s));
-    writeFile(dir.filePath(u"work/c.vcf"_s),
-              "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:c\r\nN:Chef;Clara\r\nTEL;TYPE=WORK:0303333\r\nEND:VCARD\r\n");
+    writeFile(
+        dir.filePath(u"work/c.vcf"_s),
+        "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:c\r\nN:Chef;Clara\r\nTEL;TYPE=WORK:0303333\r\nEND:VCARD\r\n");
     QCOMPARE(lookup(u"0303333"_s), (QStringList{u"c"_s, u"Clara Chef"_s, u"work"_s}));
 
     QFile::remove(dir.filePath(QStringLiteral("a.vcf")));
@@ -282,7 +295,8 @@ void TestVCard::groupsAndMembers()
     QStringList members;
     for (const ABPerson& p : adressbooksearch::peoplesForGroup(QStringLiteral("Lieferanten"), &book))
         members.append(p.uid);
-    QCOMPARE(members, (QStringList{u"6F1D2B9A-0C31-4E55-9D7B-2F4A1C9E8B01"_s, u"0A7C5E3D-9B12-4F6E-8A41-7D3C2B1E0F22"_s}));
+    QCOMPARE(members, (QStringList{u"6F1D2B9A-0C31-4E55-9D7B-2F4A1C9E8B01"_s,
+                                   u"0A7C5E3D-9B12-4F6E-8A41-7D3C2B1E0F22"_s}));
     QVERIFY(adressbooksearch::peoplesForGroup(QStringLiteral("Nobody"), &book).isEmpty());
 }
 
@@ -293,7 +307,8 @@ void TestVCard::missingBookIsUnavailable()
     const Prefixis p(QStringList{u"00"_s, u"49"_s, u"0"_s, u"30"_s});
     QCOMPARE(adressbooksearch::searchAdressbookForPhoneNew(QStringLiteral("0301"), p, &book, {}),
              (QStringList{u""_s, u""_s, u""_s}));
-    QVERIFY(adressbooksearch::searchAdressbookForPhoneArray({QStringLiteral("0301"), QStringLiteral("301")}, p, &book, {})
+    QVERIFY(adressbooksearch::searchAdressbookForPhoneArray({QStringLiteral("0301"), QStringLiteral("301")},
+                                                            p, &book, {})
                 .isEmpty());
 }
 

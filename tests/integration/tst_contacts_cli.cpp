@@ -16,7 +16,8 @@ QJsonObject json(const CliResult& r)
 
 QString addLocation(const TempEnv& env, const QString& prefixes)
 {
-    const CliResult r = runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Home"_s, u"--prefixes"_s, prefixes});
+    const CliResult r =
+        runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Home"_s, u"--prefixes"_s, prefixes});
     if (r.exitCode != 0)
         qWarning() << r.err;
     return QString::fromUtf8(r.out).trimmed();
@@ -38,11 +39,13 @@ bool setGlobalKey(const TempEnv& env, const QString& key, const QJsonValue& valu
 
 QByteArray definitions(const QString& url)
 {
-    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
+    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+           u"version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
            u"<key>0049</key><dict><key>prefix</key><string>0</string><key>url</key><string>%1</string>"
            u"<key>data</key><string>ph=##NUMBER##</string>"
-           u"<key>match</key><string>&lt;h1&gt;(.*?)&lt;/h1&gt;</string></dict></dict></dict></plist>\n"_s.arg(url)
-        .toUtf8();
+           u"<key>match</key><string>&lt;h1&gt;(.*?)&lt;/h1&gt;</string></dict></dict></dict></plist>\n"_s
+               .arg(url)
+               .toUtf8();
 }
 } // namespace
 
@@ -107,7 +110,8 @@ void TestContactsCli::lookupInAddressBook_data()
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("source");
     const QString mueller = u"Jürgen Müller - Bäckerei Müller GmbH"_s;
-    QTest::newRow("mobile typed internationally") << u"+49 171 5550111"_s << mueller << u"iPhone"_s << u"addressbook"_s;
+    QTest::newRow("mobile typed internationally")
+        << u"+49 171 5550111"_s << mueller << u"iPhone"_s << u"addressbook"_s;
     QTest::newRow("local call") << u"5550120"_s << mueller << u"work"_s << u"addressbook"_s;
     QTest::newRow("company only") << u"0800 5550199"_s << u"Stadtwerke Beispielstadt"_s << u"main"_s
                                   << u"addressbook"_s;
@@ -144,7 +148,8 @@ void TestContactsCli::lookupInConfiguredBook()
 void TestContactsCli::missingBookFails()
 {
     TempEnv env;
-    const CliResult r = runCli(env, {u"lookup"_s, u"030"_s, u"--address-book"_s, env.root.filePath(u"none.vcf"_s)});
+    const CliResult r =
+        runCli(env, {u"lookup"_s, u"030"_s, u"--address-book"_s, env.root.filePath(u"none.vcf"_s)});
     QCOMPARE(r.exitCode, 1);
     QVERIFY(r.err.startsWith("tondrel-cli: the address book"));
 }
@@ -189,7 +194,8 @@ void TestContactsCli::reverseLookupThatTimesOut()
     QVERIFY(defs.open(QIODevice::WriteOnly));
     defs.write(definitions(server.url("/inverse")));
     defs.close();
-    const CliResult r = runCli(env, {u"lookup"_s, u"0301234"_s, u"--reverse"_s, u"--timeout"_s, u"0.5"_s}, {}, 20000);
+    const CliResult r =
+        runCli(env, {u"lookup"_s, u"0301234"_s, u"--reverse"_s, u"--timeout"_s, u"0.5"_s}, {}, 20000);
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(QString::fromUtf8(r.out), u"No name found for 0301234.\n"_s);
 }

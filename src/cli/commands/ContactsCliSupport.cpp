@@ -11,7 +11,8 @@ Prefixis prefixisFor(CliContext& ctx, const std::string& option)
     if (!option.empty()) {
         const QStringList parts = QString::fromStdString(option).split(u',');
         if (parts.size() != 4)
-            throw CliError(2, QStringLiteral("--prefixes takes four comma-separated parts, got %1").arg(parts.size()));
+            throw CliError(
+                2, QStringLiteral("--prefixes takes four comma-separated parts, got %1").arg(parts.size()));
         return Prefixis(parts);
     }
     if (!ctx.location.empty())

@@ -20,9 +20,12 @@ namespace {
 QString sourceName(methods::CallerSource source)
 {
     switch (source) {
-    case methods::CallerSource::Cache: return QStringLiteral("cache");
-    case methods::CallerSource::AddressBook: return QStringLiteral("addressbook");
-    case methods::CallerSource::None: break;
+    case methods::CallerSource::Cache:
+        return QStringLiteral("cache");
+    case methods::CallerSource::AddressBook:
+        return QStringLiteral("addressbook");
+    case methods::CallerSource::None:
+        break;
     }
     return {};
 }
@@ -30,22 +33,27 @@ QString sourceName(methods::CallerSource source)
 
 void LookupCommand::setup(CLI::App& app, CliContext& ctx)
 {
-    auto* lookup = app.add_subcommand("lookup", "Who is this number? Caller cache, address book, web directories");
+    auto* lookup =
+        app.add_subcommand("lookup", "Who is this number? Caller cache, address book, web directories");
     lookup->add_option("NUMBER", m_number, "The number in any written form")->required();
     lookup->add_flag("--reverse", m_reverse, "Ask the web directories when nothing else knows the number");
-    lookup->add_option("--address-book", m_addressBook, "A .vcf file or folder instead of the configured one");
-    lookup->add_option("--prefixes", m_prefixes, "Dialling context instead of the location's (e.g. 00,49,0,30)");
-    lookup->add_option("--timeout", m_timeout, "Seconds to wait for a web directory (10)")->check(CLI::Range(0.1, 120.0));
+    lookup->add_option("--address-book", m_addressBook,
+                       "A .vcf file or folder instead of the configured one");
+    lookup->add_option("--prefixes", m_prefixes,
+                       "Dialling context instead of the location's (e.g. 00,49,0,30)");
+    lookup->add_option("--timeout", m_timeout, "Seconds to wait for a web directory (10)")
+        ->check(CLI::Range(0.1, 120.0));
     lookup->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             const Prefixis prefixis = contactsCli::prefixisFor(ctx, m_prefixes);
-            const auto current = ctx.location.empty() ? ctx.manager().currentPreferences() : ctx.targetLocation();
+            const auto current =
+                ctx.location.empty() ? ctx.manager().currentPreferences() : ctx.targetLocation();
             const QVariantMap format = current ? current->contactFormat : QVariantMap();
 
             std::unique_ptr<VCardAddressBook> book =
-                m_addressBook.empty()
-                    ? VCardAddressBook::fromSettings(ctx.settings())
-                    : std::make_unique<VCardAddressBook>(QDir::cleanPath(QString::fromStdString(m_addressBook)));
+                m_addressBook.empty() ? VCardAddressBook::fromSettings(ctx.settings())
+                                      : std::make_unique<VCardAddressBook>(
+                                            QDir::cleanPath(QString::fromStdString(m_addressBook)));
             if (!m_addressBook.empty() && !book->isAvailable())
                 throw CliError(1, QStringLiteral("the address book %1 cannot be read").arg(book->path()));
 
@@ -53,16 +61,18 @@ void LookupCommand::setup(CLI::App& app, CliContext& ctx)
             if (number.isEmpty())
                 throw CliError(2, QStringLiteral("no number given"));
             methods::CallerSource source = methods::CallerSource::None;
-            QStringList found = methods::searchNameForPhonenumber(number, CallerCache::shared(), book.get(), prefixis,
-                                                                  format, &source);
+            QStringList found = methods::searchNameForPhonenumber(number, CallerCache::shared(), book.get(),
+                                                                  prefixis, format, &source);
             QString sourceText = sourceName(source);
             if (found.value(1).isEmpty() && m_reverse) {
                 CurlHttpTransport http;
-                FBReverseSearch search(ctx.paths().dataDir, ctx.settings(), http, CallerCache::shared(), Clock::system());
+                FBReverseSearch search(ctx.paths().dataDir, ctx.settings(), http, CallerCache::shared(),
+                                       Clock::system());
                 const int timeoutMs = int(m_timeout * 1000);
                 search.setTimeoutMs(timeoutMs);
-                ReverseLookup lookupWeb(search, ctx.settings(), http,
-                                        ReverseLookup::scriptRunnerForFolder(ctx.paths().scriptsDir(), timeoutMs));
+                ReverseLookup lookupWeb(
+                    search, ctx.settings(), http,
+                    ReverseLookup::scriptRunnerForFolder(ctx.paths().scriptsDir(), timeoutMs));
                 lookupWeb.setTimeoutMs(timeoutMs);
                 const ReverseSearchResult result = lookupWeb.reverseSearchMain(number, prefixis);
                 if (!result.name.isEmpty()) {

@@ -18,7 +18,8 @@ AddressBookIndex::AddressBookIndex(std::shared_ptr<const AddressBookSnapshot> sn
     m_batchSecond.resize(count);
     // Backwards, so that the entry left in a table for a value is the first in book order.
     for (int position = count - 1; position >= 0; --position) {
-        const QString& value = people.at(m_entries.at(position).person).phones.at(m_entries.at(position).phone).value;
+        const QString& value =
+            people.at(m_entries.at(position).person).phones.at(m_entries.at(position).phone).value;
         const QString first = singleFirstForm(value, p);
         QString second = areaStripped(first, p);
         if (second != first)

@@ -24,8 +24,8 @@ public:
     AddressBookIndex(std::shared_ptr<const AddressBookSnapshot> snapshot, const Prefixis& prefixis);
 
     // The index for this snapshot and context, made on first use and kept while it is current.
-    static std::shared_ptr<const AddressBookIndex> forSnapshot(std::shared_ptr<const AddressBookSnapshot> snapshot,
-                                                               const Prefixis& prefixis);
+    static std::shared_ptr<const AddressBookIndex>
+    forSnapshot(std::shared_ptr<const AddressBookSnapshot> snapshot, const Prefixis& prefixis);
 
     const AddressBookSnapshot& snapshot() const { return *m_snapshot; }
     const QVector<Entry>& entries() const { return m_entries; }

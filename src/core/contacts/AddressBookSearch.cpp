@@ -18,7 +18,8 @@ QStringList noMatch()
 
 QString displayName(const ABPerson& person, const QVariantMap& format)
 {
-    return formatedOutputForContactWithFirstname(person.firstName, person.lastName, person.organization, format);
+    return formatedOutputForContactWithFirstname(person.firstName, person.lastName, person.organization,
+                                                 format);
 }
 } // namespace
 
@@ -77,7 +78,8 @@ QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, c
             continue;
         matched.insert(number);
         const ABPerson& person = index->snapshot().people.at(entries.at(e).person);
-        result.append({number, person.uid, displayName(person, format), person.phones.at(entries.at(e).phone).label});
+        result.append(
+            {number, person.uid, displayName(person, format), person.phones.at(entries.at(e).phone).label});
     }
     return result;
 }
@@ -87,8 +89,8 @@ QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, c
     return searchAdressbookForPhoneArray(numbers, prefixis, AddressBook::shared(), currentContactFormat());
 }
 
-QString formatedOutputForContactWithFirstname(const QString& first, const QString& last, const QString& company,
-                                              const QVariantMap& format)
+QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
+                                              const QString& company, const QVariantMap& format)
 {
     std::array<QString, 3> slotText;
     const auto slotFor = [&format](const QString& key) -> int {
@@ -149,7 +151,8 @@ QString formatedOutputForContactWithFirstname(const QString& first, const QStrin
     return methods::trimString(joined);
 }
 
-QString formatedOutputForContactWithFirstname(const QString& first, const QString& last, const QString& company)
+QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
+                                              const QString& company)
 {
     return formatedOutputForContactWithFirstname(first, last, company, currentContactFormat());
 }

@@ -7,7 +7,8 @@
 namespace methods {
 
 QStringList searchNameForPhonenumber(const QString& number, CallerCache* cache, const AddressBook* book,
-                                     const Prefixis& prefixis, const QVariantMap& format, CallerSource* source)
+                                     const Prefixis& prefixis, const QVariantMap& format,
+                                     CallerSource* source)
 {
     if (source)
         *source = CallerSource::None;

@@ -21,6 +21,7 @@ QStringList searchNameForPhonenumber(const QString& number);
 // Where the answer of a lookup came from, for the command line.
 enum class CallerSource { None, Cache, AddressBook };
 QStringList searchNameForPhonenumber(const QString& number, CallerCache* cache, const AddressBook* book,
-                                     const Prefixis& prefixis, const QVariantMap& format, CallerSource* source);
+                                     const Prefixis& prefixis, const QVariantMap& format,
+                                     CallerSource* source);
 
 } // namespace methods

@@ -14,8 +14,8 @@
 #include <QDir>
 #include <QSaveFile>
 
-FBReverseSearch::FBReverseSearch(QString dataDir, SettingsStore& settings, HttpTransport& http, CallerCache* cache,
-                                 Clock& clock)
+FBReverseSearch::FBReverseSearch(QString dataDir, SettingsStore& settings, HttpTransport& http,
+                                 CallerCache* cache, Clock& clock)
     : m_dataDir(std::move(dataDir)), m_settings(settings), m_http(http), m_cache(cache), m_clock(clock),
       m_appVersion(QStringLiteral(TONDREL_VERSION))
 {
@@ -53,7 +53,8 @@ QString FBReverseSearch::reverseSearch(const QString& number, const Prefixis& p)
     if (!def)
         return {};
 
-    const QString data = FBStringHelper::replaceStringTarget(QStringLiteral("##NUMBER##"), query.number, def->data);
+    const QString data =
+        FBStringHelper::replaceStringTarget(QStringLiteral("##NUMBER##"), query.number, def->data);
     HttpRequest request;
     request.method = def->method.toLatin1();
     request.timeoutMs = m_timeoutMs;
@@ -94,8 +95,9 @@ bool FBReverseSearch::updateReverseSearchPlist()
     request.headers = {{"User-Agent", UserAgent}};
     const HttpResponse response = m_http.send(request);
     if (!response.ok || response.status != 200) {
-        qCWarning(lcContacts).noquote() << "reverse lookup definitions not downloaded:"
-                                        << (response.ok ? QStringLiteral("HTTP %1").arg(response.status) : response.error);
+        qCWarning(lcContacts).noquote()
+            << "reverse lookup definitions not downloaded:"
+            << (response.ok ? QStringLiteral("HTTP %1").arg(response.status) : response.error);
         return false;
     }
     QString why;
@@ -105,7 +107,8 @@ bool FBReverseSearch::updateReverseSearchPlist()
     }
     QDir().mkpath(m_dataDir);
     QSaveFile file(definitionsPath());
-    if (!file.open(QIODevice::WriteOnly) || file.write(response.body) != response.body.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(response.body) != response.body.size() ||
+        !file.commit()) {
         qCWarning(lcContacts).noquote() << "reverse lookup definitions not written:" << file.errorString();
         return false;
     }
@@ -122,8 +125,10 @@ bool FBReverseSearch::threadUpdateReverseSearchPlist()
         m_settings.setValue(keys::ReverseSearchUpdateInterval, DefaultUpdateInterval);
         m_settings.sync();
     }
-    const qint64 interval = m_settings.value(keys::ReverseSearchUpdateInterval, DefaultUpdateInterval).toLongLong();
-    const QDateTime last = QDateTime::fromString(m_settings.value(keys::UpdateDateReverseSearch).toString(), Qt::ISODate);
+    const qint64 interval =
+        m_settings.value(keys::ReverseSearchUpdateInterval, DefaultUpdateInterval).toLongLong();
+    const QDateTime last =
+        QDateTime::fromString(m_settings.value(keys::UpdateDateReverseSearch).toString(), Qt::ISODate);
     const bool sameVersion = m_settings.value(keys::Version).toString() == m_appVersion;
     if (last.isValid() && m_clock.now() <= last.addSecs(interval) && sameVersion)
         return false;

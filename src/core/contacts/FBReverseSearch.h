@@ -21,7 +21,8 @@ public:
     static constexpr int DefaultUpdateInterval = 86400;
 
     // cache may be null: the name is then only returned.
-    FBReverseSearch(QString dataDir, SettingsStore& settings, HttpTransport& http, CallerCache* cache, Clock& clock);
+    FBReverseSearch(QString dataDir, SettingsStore& settings, HttpTransport& http, CallerCache* cache,
+                    Clock& clock);
 
     void setTimeoutMs(int ms) { m_timeoutMs = ms; }
     int timeoutMs() const { return m_timeoutMs; }
@@ -37,7 +38,8 @@ public:
         QString key;
         QString number;
     };
-    static Query queryFor(const QString& number, const Prefixis& prefixis, const ReverseSearchDefinitions& definitions);
+    static Query queryFor(const QString& number, const Prefixis& prefixis,
+                          const ReverseSearchDefinitions& definitions);
 
     // Downloads the definitions from "ReverseSearchUpdateURL"; false keeps the old file.
     bool updateReverseSearchPlist();

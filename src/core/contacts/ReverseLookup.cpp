@@ -61,7 +61,8 @@ ReverseSearchResult ReverseLookup::reverseSearchMain(const QString& number, cons
 
 ReverseSearchResult ReverseLookup::reverseSearchCustomScript(const QString& number)
 {
-    const QString script = m_settings.value(keys::ReverseSearchCustom).toMap().value(QStringLiteral("script")).toString();
+    const QString script =
+        m_settings.value(keys::ReverseSearchCustom).toMap().value(QStringLiteral("script")).toString();
     if (script.isEmpty() || !m_scripts)
         return {};
     const QString output = m_scripts(script, {number});
@@ -82,15 +83,16 @@ ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number)
     QString method = options.value(QStringLiteral("method")).toString();
     if (method.isEmpty())
         method = QStringLiteral("POST");
-    const QString body = FBStringHelper::replaceStringTarget(QStringLiteral("##NUMBER##"), number,
-                                                             options.value(QStringLiteral("data")).toString());
+    const QString body = FBStringHelper::replaceStringTarget(
+        QStringLiteral("##NUMBER##"), number, options.value(QStringLiteral("data")).toString());
     HttpRequest request;
     request.url = url;
     request.method = method.toLatin1();
     request.body = body.toLatin1();
     request.sendBody = true;
     request.timeoutMs = m_timeoutMs;
-    request.headers = {{"Content-type", "application/x-www-form-urlencoded"}, {"User-Agent", FBReverseSearch::UserAgent}};
+    request.headers = {{"Content-type", "application/x-www-form-urlencoded"},
+                       {"User-Agent", FBReverseSearch::UserAgent}};
     const HttpResponse response = m_http.send(request);
     if (!response.ok) {
         qCInfo(lcContacts).noquote() << "custom reverse lookup failed:" << response.error;
@@ -100,7 +102,8 @@ ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number)
     // The page itself is not logged: it may carry more than the name.
     qCDebug(lcContacts) << "-->" << page.size() << "characters";
     ReverseSearchResult result;
-    result.name = HtmlText::toPlainText(BoundedRegex::firstCapture(options.value(QStringLiteral("matchName")).toString(), page));
+    result.name = HtmlText::toPlainText(
+        BoundedRegex::firstCapture(options.value(QStringLiteral("matchName")).toString(), page));
     qCDebug(lcContacts).noquote() << QStringLiteral("name:%1").arg(result.name);
     const QString labelPattern = options.value(QStringLiteral("matchLabel")).toString();
     if (!labelPattern.isEmpty())
@@ -109,8 +112,9 @@ ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number)
     return result;
 }
 
-QString ReverseLookup::threadReverseSearch(const QString& connID, const QString& number, const Prefixis& prefixis,
-                                           QObject* context, const NameFound& onFound)
+QString ReverseLookup::threadReverseSearch(const QString& connID, const QString& number,
+                                           const Prefixis& prefixis, QObject* context,
+                                           const NameFound& onFound)
 {
     if (number.isEmpty())
         return {};
@@ -120,19 +124,21 @@ QString ReverseLookup::threadReverseSearch(const QString& connID, const QString&
     qCDebug(lcContacts) << "setReverseSearchedName um label erweitern";
     if (context && onFound) {
         const QString name = result.name;
-        QMetaObject::invokeMethod(context, [onFound, name, connID] { onFound(name, connID); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            context, [onFound, name, connID] { onFound(name, connID); }, Qt::QueuedConnection);
     }
     NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST);
     return result.name;
 }
 
-void ReverseLookup::reverseSearchInBackground(const QString& connID, const QString& number, const Prefixis& prefixis,
-                                              QObject* context, NameFound onFound)
+void ReverseLookup::reverseSearchInBackground(const QString& connID, const QString& number,
+                                              const Prefixis& prefixis, QObject* context, NameFound onFound)
 {
     QPointer<QObject> guard(context);
-    QThreadPool::globalInstance()->start([this, connID, number, prefixis, guard, onFound = std::move(onFound)] {
-        threadReverseSearch(connID, number, prefixis, guard.data(), onFound);
-    });
+    QThreadPool::globalInstance()->start(
+        [this, connID, number, prefixis, guard, onFound = std::move(onFound)] {
+            threadReverseSearch(connID, number, prefixis, guard.data(), onFound);
+        });
 }
 
 ReverseLookup::ScriptRunner ReverseLookup::scriptRunnerForFolder(const QString& scriptsDir, int timeoutMs)

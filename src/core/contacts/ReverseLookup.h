@@ -2,8 +2,8 @@
 
 #include "contacts/NumberForms.h"
 
-#include <QPointer>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVariantMap>
 
@@ -28,7 +28,8 @@ public:
     using ScriptRunner = std::function<QString(const QString& script, const QStringList& arguments)>;
     using NameFound = std::function<void(const QString& name, const QString& connID)>;
 
-    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http, ScriptRunner scripts);
+    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
+                  ScriptRunner scripts);
 
     void setTimeoutMs(int ms) { m_timeoutMs = ms; }
 

@@ -39,7 +39,8 @@ std::optional<QByteArray> readFile(const QString& path)
 
 } // namespace
 
-std::optional<ReverseSearchDefinitions> ReverseSearchDefinitions::fromPlist(const QByteArray& bytes, QString* error)
+std::optional<ReverseSearchDefinitions> ReverseSearchDefinitions::fromPlist(const QByteArray& bytes,
+                                                                            QString* error)
 {
     const auto fail = [error](const QString& why) {
         if (error)

@@ -25,7 +25,8 @@ public:
     static inline const QString ShippedResource = QStringLiteral(":/tondrel/reverseSearch.plist");
 
     // nullopt with a reason when the bytes are not a property list with a "ReverseSearch" dict.
-    static std::optional<ReverseSearchDefinitions> fromPlist(const QByteArray& bytes, QString* error = nullptr);
+    static std::optional<ReverseSearchDefinitions> fromPlist(const QByteArray& bytes,
+                                                             QString* error = nullptr);
     // The downloaded copy in dataDir when it exists, else the shipped one; nullopt when neither.
     static std::optional<ReverseSearchDefinitions> load(const QString& dataDir);
 

@@ -10,7 +10,7 @@ struct KeypadSets
     std::array<char, 26> digitForLetter{};
     KeypadSets()
     {
-        static constexpr std::array<const char*, 8> groups = {"abc", "def", "ghi", "jkl",
+        static constexpr std::array<const char*, 8> groups = {"abc", "def",  "ghi", "jkl",
                                                               "mno", "pqrs", "tuv", "wxyz"};
         for (size_t g = 0; g < groups.size(); ++g)
             for (const char* c = groups[g]; *c; ++c)
@@ -79,8 +79,8 @@ QString stringByReplacingCharactersInSet(const QString& text, QStringView set, c
 QString stringByUnescapingEntities(const QString& text, const QHash<QString, QString>* extra)
 {
     static const QHash<QString, QString> xmlEntities = {
-        {QStringLiteral("amp"), QStringLiteral("&")},   {QStringLiteral("lt"), QStringLiteral("<")},
-        {QStringLiteral("gt"), QStringLiteral(">")},    {QStringLiteral("quot"), QStringLiteral("\"")},
+        {QStringLiteral("amp"), QStringLiteral("&")},  {QStringLiteral("lt"), QStringLiteral("<")},
+        {QStringLiteral("gt"), QStringLiteral(">")},   {QStringLiteral("quot"), QStringLiteral("\"")},
         {QStringLiteral("apos"), QStringLiteral("'")},
     };
     if (!text.contains(u'&'))

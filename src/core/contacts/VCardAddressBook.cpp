@@ -27,7 +27,10 @@ QFileInfoList cardFiles(const QString& folder)
 
 QString stamp(const QFileInfo& info)
 {
-    return QStringLiteral("%1|%2|%3;").arg(info.filePath()).arg(info.size()).arg(info.lastModified().toMSecsSinceEpoch());
+    return QStringLiteral("%1|%2|%3;")
+        .arg(info.filePath())
+        .arg(info.size())
+        .arg(info.lastModified().toMSecsSinceEpoch());
 }
 } // namespace
 
@@ -144,8 +147,8 @@ bool VCardAddressBook::addPerson(ABPerson& person, QString* error)
                 existing += "\r\n";
         }
         QSaveFile file(m_path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(existing + card) != existing.size() + card.size() ||
-            !file.commit())
+        if (!file.open(QIODevice::WriteOnly) ||
+            file.write(existing + card) != existing.size() + card.size() || !file.commit())
             return fail(file.errorString());
     }
     // Seen on the next lookup without waiting for the check interval.

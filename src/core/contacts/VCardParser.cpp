@@ -268,8 +268,9 @@ public:
             m_fn != m_person.organization)
             m_person.firstName = m_fn;
         if (m_person.uid.isEmpty())
-            m_person.uid = QStringLiteral("vcf-") +
-                           QString::fromLatin1(QCryptographicHash::hash(rawCard, QCryptographicHash::Sha1).toHex());
+            m_person.uid =
+                QStringLiteral("vcf-") +
+                QString::fromLatin1(QCryptographicHash::hash(rawCard, QCryptographicHash::Sha1).toHex());
         return m_person;
     }
 
@@ -337,7 +338,8 @@ Result parse(const QByteArray& data, const QString& source)
         }
         if (!card) {
             if (!line.text.trimmed().isEmpty())
-                result.problems.append(QStringLiteral("%1:%2: text outside a card ignored").arg(source).arg(line.lineNumber));
+                result.problems.append(
+                    QStringLiteral("%1:%2: text outside a card ignored").arg(source).arg(line.lineNumber));
             continue;
         }
         if (isLine(line.text, "END:VCARD")) {
@@ -427,7 +429,8 @@ QByteArray serialize(const ABPerson& person)
 {
     QByteArray out = "BEGIN:VCARD\r\nVERSION:3.0\r\n";
     out += folded(QStringLiteral("UID:") + escapeValue(person.uid));
-    out += folded(QStringLiteral("N:%1;%2;;;").arg(escapeValue(person.lastName), escapeValue(person.firstName)));
+    out +=
+        folded(QStringLiteral("N:%1;%2;;;").arg(escapeValue(person.lastName), escapeValue(person.firstName)));
     QString fn = QStringList{person.firstName, person.lastName}.join(u' ').trimmed();
     if (fn.isEmpty())
         fn = person.organization;
@@ -435,7 +438,8 @@ QByteArray serialize(const ABPerson& person)
     if (!person.organization.isEmpty())
         out += folded(QStringLiteral("ORG:") + escapeValue(person.organization));
     for (const ABPhone& phone : person.phones)
-        out += folded(QStringLiteral("TEL;TYPE=%1:%2").arg(typesForLabel(phone.label), escapeValue(phone.value)));
+        out += folded(
+            QStringLiteral("TEL;TYPE=%1:%2").arg(typesForLabel(phone.label), escapeValue(phone.value)));
     if (!person.groups.isEmpty()) {
         QStringList groups;
         for (const QString& g : person.groups)
