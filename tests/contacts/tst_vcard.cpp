@@ -1,4 +1,8 @@
+#include "app/Clock.h"
+#include "app/SettingsKeys.h"
+#include "app/SettingsStore.h"
 #include "contacts/AddressBookSearch.h"
+#include "contacts/ContactsServices.h"
 #include "contacts/VCardAddressBook.h"
 #include "contacts/VCardParser.h"
 
@@ -50,6 +54,7 @@ private slots:
     void singleFileBookAddsCard();
     void groupsAndMembers();
     void missingBookIsUnavailable();
+    void servicesFollowTheSetting();
 };
 
 void TestVCard::exports_data()
@@ -310,6 +315,36 @@ void TestVCard::missingBookIsUnavailable()
     QVERIFY(adressbooksearch::searchAdressbookForPhoneArray({QStringLiteral("0301"), QStringLiteral("301")},
                                                             p, &book, {})
                 .isEmpty());
+}
+
+void TestVCard::servicesFollowTheSetting()
+{
+    QTemporaryDir dir;
+    writeFile(dir.filePath(u"one.vcf"_s), "BEGIN:VCARD\nUID:1\nN:Eins;Erna\nTEL:0301\nEND:VCARD\n");
+    writeFile(dir.filePath(u"two.vcf"_s), "BEGIN:VCARD\nUID:2\nN:Zwei;Zora\nTEL:0301\nEND:VCARD\n");
+    SettingsStore settings(dir.filePath(u"settings.json"_s));
+    settings.setValue(keys::AddressBook, dir.filePath(u"one.vcf"_s));
+    const Prefixis p(QStringList{u"00"_s, u"49"_s, u"0"_s, u"30"_s});
+    const auto sharedLookup = [&] {
+        return adressbooksearch::searchAdressbookForPhoneNew(u"0301"_s, p, AddressBook::shared(),
+                                                             {{u"Firstname"_s, 0}})
+            .value(1);
+    };
+    {
+        ManualClock clock(QDateTime::currentDateTime());
+        ContactsServices services(dir.filePath(u"data"_s), dir.filePath(u"scripts"_s), settings, nullptr,
+                                  clock);
+        QCOMPARE(AddressBook::shared(), nullptr);
+        services.install();
+        QCOMPARE(sharedLookup(), u"Erna"_s);
+        settings.setValue(keys::AddressBook, dir.filePath(u"two.vcf"_s));
+        services.reloadAddressBookSetting();
+        QCOMPARE(sharedLookup(), u"Zora"_s);
+        settings.remove(keys::AddressBook);
+        services.reloadAddressBookSetting();
+        QCOMPARE(AddressBook::shared(), nullptr);
+    }
+    QCOMPARE(AddressBook::shared(), nullptr);
 }
 
 QTEST_GUILESS_MAIN(TestVCard)

@@ -9,8 +9,7 @@
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerCache.h"
 #include "contacts/CallerIdentification.h"
-#include "contacts/FBReverseSearch.h"
-#include "contacts/HttpTransport.h"
+#include "contacts/ContactsServices.h"
 #include "contacts/ReverseLookup.h"
 #include "contacts/VCardAddressBook.h"
 
@@ -50,31 +49,26 @@ void LookupCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.location.empty() ? ctx.manager().currentPreferences() : ctx.targetLocation();
             const QVariantMap format = current ? current->contactFormat : QVariantMap();
 
-            std::unique_ptr<VCardAddressBook> book =
-                m_addressBook.empty() ? VCardAddressBook::fromSettings(ctx.settings())
-                                      : std::make_unique<VCardAddressBook>(
-                                            QDir::cleanPath(QString::fromStdString(m_addressBook)));
-            if (!m_addressBook.empty() && !book->isAvailable())
-                throw CliError(1, QStringLiteral("the address book %1 cannot be read").arg(book->path()));
+            ContactsServices services(ctx.paths().dataDir, ctx.paths().scriptsDir(), ctx.settings(),
+                                      CallerCache::shared(), Clock::system());
+            services.setTimeoutMs(int(m_timeout * 1000));
+            if (!m_addressBook.empty()) {
+                services.useAddressBook(QString::fromStdString(m_addressBook));
+                if (!services.addressBook()->isAvailable())
+                    throw CliError(1, QStringLiteral("the address book %1 cannot be read")
+                                          .arg(services.addressBook()->path()));
+            }
 
             const QString number = methods::cleanNumber(QString::fromStdString(m_number), prefixis);
             if (number.isEmpty())
                 throw CliError(2, QStringLiteral("no number given"));
             methods::CallerSource source = methods::CallerSource::None;
-            QStringList found = methods::searchNameForPhonenumber(number, CallerCache::shared(), book.get(),
-                                                                  prefixis, format, &source);
+            QStringList found = methods::searchNameForPhonenumber(
+                number, services.callerCache(), services.addressBook(), prefixis, format, &source);
             QString sourceText = sourceName(source);
             if (found.value(1).isEmpty() && m_reverse) {
-                CurlHttpTransport http;
-                FBReverseSearch search(ctx.paths().dataDir, ctx.settings(), http, CallerCache::shared(),
-                                       Clock::system());
-                const int timeoutMs = int(m_timeout * 1000);
-                search.setTimeoutMs(timeoutMs);
-                ReverseLookup lookupWeb(
-                    search, ctx.settings(), http,
-                    ReverseLookup::scriptRunnerForFolder(ctx.paths().scriptsDir(), timeoutMs));
-                lookupWeb.setTimeoutMs(timeoutMs);
-                const ReverseSearchResult result = lookupWeb.reverseSearchMain(number, prefixis);
+                const ReverseSearchResult result =
+                    services.reverseLookup().reverseSearchMain(number, prefixis);
                 if (!result.name.isEmpty()) {
                     found = {QString(), result.name, result.label};
                     sourceText = QStringLiteral("reverse");
