@@ -19,9 +19,9 @@ private:
 };
 
 // "uid:First Last:label=number,label=number"
-inline ABPerson person(const QString& spec)
+inline ABPerson person(const QString& text)
 {
-    const QStringList parts = spec.split(u':');
+    const QStringList parts = text.split(u':');
     ABPerson p;
     p.uid = parts.value(0);
     const QStringList names = parts.value(1).split(u' ');
