@@ -81,6 +81,12 @@ void TestAddressBookSearch::singleLookup_data()
                                          << u"0301234"_s << QStringList{u"a"_s, u"Anna Erst"_s, u"home"_s};
     QTest::newRow("no dialling context, local call")
         << QStringList{u"a:Anna Erst:home=030 1234"_s} << QStringList{} << u"1234"_s << none;
+    QTest::newRow("no dialling context drops the plus")
+        << QStringList{u"a:Anna Erst:home=+49 30 1234"_s} << QStringList{} << u"49301234"_s
+        << QStringList{u"a"_s, u"Anna Erst"_s, u"home"_s};
+    QTest::newRow("only a leading plus is the prefix")
+        << QStringList{u"a:Anna Erst:home=(+1) 2+3"_s} << berlin << u"0012+3"_s
+        << QStringList{u"a"_s, u"Anna Erst"_s, u"home"_s};
     QTest::newRow("contact without phones")
         << QStringList{u"a:Anna Erst:"_s} << berlin << u"0301234"_s << none;
     QTest::newRow("empty book") << QStringList{} << berlin << u"0301234"_s << none;

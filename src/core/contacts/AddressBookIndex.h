@@ -8,10 +8,12 @@
 #include <QVector>
 
 #include <memory>
+#include <mutex>
 
 // The book's phone entries normalised once per snapshot and dialling context, so that a lookup
 // costs a few hash probes instead of a pass over every entry. The matching rules stay those of a
-// pass in book order: each table keeps the first entry (lowest position) for a value.
+// pass in book order: each table keeps the first entry (lowest position) for a value. The single
+// and the batch parts are made on first use, each only when asked for.
 class AddressBookIndex
 {
 public:
@@ -35,19 +37,28 @@ public:
 
     // Batch forms per entry, in entry order: digits only with the country folded, and the form
     // with the own area removed (empty when it is the same).
-    const QVector<QString>& batchFirst() const { return m_batchFirst; }
-    const QVector<QString>& batchSecond() const { return m_batchSecond; }
-
-    // The single lookup's two forms of one entry value.
-    static QString singleFirstForm(const QString& value, const Prefixis& p);
-    static QString areaStripped(const QString& value, const Prefixis& p);
-    static QString batchFirstForm(const QString& value, const Prefixis& p);
+    const QVector<QString>& batchFirst() const;
+    const QVector<QString>& batchSecond() const;
 
 private:
+    struct Context
+    {
+        QString international, country, area, internationalCountry, trunkArea;
+    };
+    static QString singleFirstForm(const QString& value, const Context& c);
+    static QString batchFirstForm(const QString& value, const Context& c);
+    static QString areaStripped(QString value, const Context& c);
+    const QString& valueAt(int position) const;
+    void buildSingle() const;
+    void buildBatch() const;
+
     std::shared_ptr<const AddressBookSnapshot> m_snapshot;
+    Context m_context;
     QVector<Entry> m_entries;
-    QHash<QString, int> m_singleFirst;
-    QHash<QString, int> m_singleSecond;
-    QVector<QString> m_batchFirst;
-    QVector<QString> m_batchSecond;
+    mutable std::once_flag m_singleOnce;
+    mutable std::once_flag m_batchOnce;
+    mutable QHash<QString, int> m_singleFirst;
+    mutable QHash<QString, int> m_singleSecond;
+    mutable QVector<QString> m_batchFirst;
+    mutable QVector<QString> m_batchSecond;
 };
