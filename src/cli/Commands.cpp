@@ -4,6 +4,8 @@
 #include "commands/FaxCommand.h"
 #include "commands/LocationCommand.h"
 #include "commands/VoicemailCommand.h"
+#include "commands/LookupCommand.h"
+#include "commands/NumberCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -12,5 +14,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<VoicemailCommand>());
     commands.push_back(std::make_unique<FaxCommand>());
     commands.push_back(std::make_unique<DiscoverCommand>());
+    commands.push_back(std::make_unique<NumberCommand>());
+    commands.push_back(std::make_unique<LookupCommand>());
     return commands;
 }

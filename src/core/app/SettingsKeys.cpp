@@ -30,6 +30,11 @@ const std::vector<GlobalKeyDef>& globalKeyTable()
         {keys::MonitorOpenExternCalls, SettingType::Bool, false},
         {keys::SelCLGrp, SettingType::Int, -1},
         {keys::AddressBook, SettingType::String, QString()},
+        {keys::ReverseSearchCustom, SettingType::Dict, QVariantMap()},
+        {keys::ReverseSearchUpdateInterval, SettingType::Int, 86400},
+        {keys::UpdateDateReverseSearch, SettingType::Date, QVariant()},
+        {keys::Version, SettingType::String, QString()},
+        {keys::ReverseSearchUpdateURL, SettingType::String, QString()},
     };
     return table;
 }

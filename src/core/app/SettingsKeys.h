@@ -33,6 +33,12 @@ inline const QString MonitorAlwaysOnTop = QStringLiteral("monitorAlwaysOnTop");
 inline const QString MonitorOpenExternCalls = QStringLiteral("monitorOpenExternCalls");
 inline const QString SelCLGrp = QStringLiteral("SelCLGrp");
 inline const QString AddressBook = QStringLiteral("AddressBook");
+inline const QString ReverseSearchCustom = QStringLiteral("ReverseSearchCustom");
+inline const QString ReverseSearchUpdateInterval = QStringLiteral("reverseSearchUpdateInterval");
+inline const QString UpdateDateReverseSearch = QStringLiteral("UpdateDateReverseSearch");
+inline const QString Version = QStringLiteral("Version");
+// Where the reverse-lookup definitions are downloaded from.
+inline const QString ReverseSearchUpdateURL = QStringLiteral("ReverseSearchUpdateURL");
 
 // Location keys.
 inline const QString Profile = QStringLiteral("Profile");

@@ -1,5 +1,7 @@
 #include "box/FBBoxPhoneHelper.h"
 
+#include "contacts/NumberForms.h"
+
 #include <QVariantMap>
 
 #include <array>
@@ -55,6 +57,11 @@ QVariantList convertIntoNewExtensions(const QVariantList& devices)
         });
     }
     return result;
+}
+
+QString cleanNumber(const QString& number)
+{
+    return methods::cleanNumber(number);
 }
 
 } // namespace FBBoxPhoneHelper

@@ -15,4 +15,7 @@ int indexForExtensionNumber(int number);
 // dictionaries; entries that already are extension dictionaries are kept as they are.
 QVariantList convertIntoNewExtensions(const QVariantList& devices);
 
+// The same steps as methods::cleanNumber (one implementation); "" for a missing number.
+QString cleanNumber(const QString& number);
+
 } // namespace FBBoxPhoneHelper

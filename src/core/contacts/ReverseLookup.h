@@ -1,0 +1,68 @@
+#pragma once
+
+#include "contacts/NumberForms.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVariantMap>
+
+#include <functional>
+
+class FBReverseSearch;
+class HttpTransport;
+class SettingsStore;
+
+struct ReverseSearchResult
+{
+    QString name;
+    QString label;
+    QVariantMap toMap() const { return {{QStringLiteral("Name"), name}, {QStringLiteral("Label"), label}}; }
+};
+
+// The one entry point for asking the web (or the user's own script or query) for a name.
+class ReverseLookup
+{
+public:
+    // Runs the user's script N with the arguments; its standard output, "" on any failure.
+    using ScriptRunner = std::function<QString(const QString& script, const QStringList& arguments)>;
+    using NameFound = std::function<void(const QString& name, const QString& connID)>;
+
+    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
+                  ScriptRunner scripts);
+
+    void setTimeoutMs(int ms) { m_timeoutMs = ms; }
+
+    // "ReverseSearchCustom" script, then its query, then the definitions. Blocks on the network.
+    ReverseSearchResult reverseSearchMain(const QString& number, const Prefixis& prefixis);
+    ReverseSearchResult reverseSearchCustomScript(const QString& number);
+    ReverseSearchResult reverseSearchCustomURL(const QString& number);
+
+    // Looks the number up on a pool thread. A found name reaches onFound on the context
+    // object's thread (the call monitor's: the main thread), then "RELOADCALLINGLIST" is posted.
+    void reverseSearchInBackground(const QString& connID, const QString& number, const Prefixis& prefixis,
+                                   QObject* context, NameFound onFound);
+    // The body of the background lookup; returns the name found ("" when none).
+    QString threadReverseSearch(const QString& connID, const QString& number, const Prefixis& prefixis,
+                                QObject* context, const NameFound& onFound);
+
+    // Scripts are executable files in scriptsDir; a name with a path separator is refused.
+    static ScriptRunner scriptRunnerForFolder(const QString& scriptsDir, int timeoutMs = 10000);
+
+    static ReverseLookup* shared();
+    static void setShared(ReverseLookup* lookup);
+
+private:
+    FBReverseSearch& m_search;
+    SettingsStore& m_settings;
+    HttpTransport& m_http;
+    ScriptRunner m_scripts;
+    int m_timeoutMs = 10000;
+};
+
+namespace methods {
+// Percent escapes replaced by the characters they stand for.
+QString urldecode(const QString& text);
+// With the shared lookup and the current location; {"Name": "", "Label": ""} without one.
+QVariantMap reverseSearchMain(const QString& number);
+} // namespace methods
