@@ -30,6 +30,7 @@ const std::vector<GlobalKeyDef>& globalKeyTable()
         {keys::MonitorOpenExternCalls, SettingType::Bool, false},
         {keys::SelCLGrp, SettingType::Int, -1},
         {keys::AddressBook, SettingType::String, QString()},
+        {keys::CallinglistSortOrdering, SettingType::Array, QVariantList()},
     };
     return table;
 }

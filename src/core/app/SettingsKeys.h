@@ -33,6 +33,8 @@ inline const QString MonitorAlwaysOnTop = QStringLiteral("monitorAlwaysOnTop");
 inline const QString MonitorOpenExternCalls = QStringLiteral("monitorOpenExternCalls");
 inline const QString SelCLGrp = QStringLiteral("SelCLGrp");
 inline const QString AddressBook = QStringLiteral("AddressBook");
+// The call list's sort: [column identifier, ascending 1/0].
+inline const QString CallinglistSortOrdering = QStringLiteral("NSTableView Sort Ordering CallinglistTable");
 
 // Location keys.
 inline const QString Profile = QStringLiteral("Profile");

@@ -1,0 +1,152 @@
+#include "calllist/ListQueryBuilder.h"
+
+#include <QVariantMap>
+
+namespace ListQuery {
+
+SqlFragment joinedListQuery(int profile, bool rowidAlias)
+{
+    SqlFragment sql(rowidAlias ? QStringLiteral("SELECT callinglist.rowid AS rowid, callinglist.*, ")
+                               : QStringLiteral("SELECT callinglist.rowid, callinglist.*, "));
+    sql.add(QStringLiteral("COALESCE( caller.name,  '' ) AS name, COALESCE( caller.abid,  '' ) AS abid, "
+                           "COALESCE( caller.label,  '' ) AS label FROM callinglist LEFT JOIN caller ON "
+                           "callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ? "),
+            {profile});
+    return sql;
+}
+
+SqlFragment hiddenLineFilter(const QVariantList& lines)
+{
+    SqlFragment sql;
+    for (const QVariant& entry : lines) {
+        const QVariantMap map = entry.toMap();
+        const QString line = map.value(QStringLiteral("Line")).toString();
+        // An empty number would hide every call.
+        if (map.value(QStringLiteral("HideList")).toInt() != 1 || line.isEmpty())
+            continue;
+        sql.add(QStringLiteral(" AND callinglist.line NOT ") + likeContainsPiece() + u' ', {likeEscaped(line)});
+    }
+    return sql;
+}
+
+std::optional<QString> sortExpression(const QString& identifier)
+{
+    static const QList<std::pair<QString, QString>> table = {
+        {QStringLiteral("callstateimg"), QStringLiteral("callinglist.callstate")},
+        {QStringLiteral("date"), QStringLiteral("callinglist.calldate")},
+        {QStringLiteral("name"), QStringLiteral("name")},
+        {QStringLiteral("number"), QStringLiteral("caller.phonenumber")},
+        {QStringLiteral("extension"), QStringLiteral("callinglist.extension")},
+        {QStringLiteral("line"), QStringLiteral("callinglist.line")},
+        {QStringLiteral("duration"), QStringLiteral("callinglist.duration")},
+    };
+    for (const auto& [id, expr] : table)
+        if (id == identifier)
+            return expr;
+    return std::nullopt;
+}
+
+QString sortDirection(bool ascending)
+{
+    return ascending ? QStringLiteral("ASC") : QStringLiteral("DESC");
+}
+
+std::optional<SqlFragment> searchColumnExpression(const QString& identifier, const QString& sqlDateFormat)
+{
+    if (identifier == u"date")
+        return SqlFragment(QStringLiteral("STRFTIME(?,calldate,'unixepoch','localtime')"), {sqlDateFormat});
+    static const QList<std::pair<QString, QString>> table = {
+        {QStringLiteral("name"), QStringLiteral("caller.name")},
+        {QStringLiteral("number"), QStringLiteral("callinglist.phonenumber")},
+        {QStringLiteral("extension"), QStringLiteral("callinglist.extension")},
+        {QStringLiteral("line"), QStringLiteral("callinglist.line")},
+        {QStringLiteral("duration"), QStringLiteral("callinglist.duration")},
+    };
+    for (const auto& [id, expr] : table)
+        if (id == identifier)
+            return SqlFragment(expr);
+    return std::nullopt;
+}
+
+SqlFragment searchFragment(const QString& text, const QString& column, const QString& sqlDateFormat)
+{
+    SqlFragment sql;
+    if (text.isEmpty())
+        return sql;
+    const QString value = likeEscaped(text);
+    const QString like = u' ' + likeContainsPiece();
+    if (!column.isEmpty()) {
+        const auto expr = searchColumnExpression(column, sqlDateFormat);
+        if (!expr)
+            return sql;
+        sql.add(QStringLiteral(" AND ")).add(*expr).add(like + u' ', {value});
+        return sql;
+    }
+    sql.add(QStringLiteral(" AND ( callinglist.phonenumber") + like, {value});
+    sql.add(QStringLiteral(" OR callinglist.extension") + like, {value});
+    sql.add(QStringLiteral(" OR callinglist.line") + like, {value});
+    sql.add(QStringLiteral(" OR caller.name") + like, {value});
+    sql.add(QStringLiteral(" OR STRFTIME(?,calldate,'unixepoch','localtime')") + like + QStringLiteral(" ) "),
+            {sqlDateFormat, value});
+    return sql;
+}
+
+QString convertedSQLDateFormat(const QString& pattern)
+{
+    QString out;
+    for (qsizetype i = 0; i < pattern.size();) {
+        const QChar c = pattern[i];
+        if (c == u'\'') { // quoted literal text
+            qsizetype end = pattern.indexOf(u'\'', i + 1);
+            if (end < 0)
+                end = pattern.size();
+            out += pattern.mid(i + 1, end - i - 1).replace(u'%', QStringLiteral("%%"));
+            i = end + 1;
+            continue;
+        }
+        qsizetype run = i;
+        while (run < pattern.size() && pattern[run] == c)
+            ++run;
+        // SQLite's strftime knows only numeric fields: month names become numbers, years are
+        // always four digits (a two-digit year still matches inside them).
+        switch (c.unicode()) {
+        case u'd':
+            out += QStringLiteral("%d");
+            break;
+        case u'M':
+        case u'L':
+            out += QStringLiteral("%m");
+            break;
+        case u'y':
+        case u'Y':
+            out += QStringLiteral("%Y");
+            break;
+        case u'H':
+        case u'h':
+            out += QStringLiteral("%H");
+            break;
+        case u'm':
+            out += QStringLiteral("%M");
+            break;
+        case u's':
+            out += QStringLiteral("%S");
+            break;
+        case u'a':
+        case u'A':
+        case u'P':
+        case u'p':
+        case u't':
+        case u'z':
+            break;
+        default:
+            if (c == u'%')
+                out += QStringLiteral("%%");
+            else
+                out += pattern.mid(i, run - i);
+        }
+        i = run;
+    }
+    return out.trimmed();
+}
+
+} // namespace ListQuery

@@ -1,0 +1,583 @@
+#include "calllist/TNCallinglist.h"
+
+#include "app/Clock.h"
+#include "app/Localization.h"
+#include "app/Logging.h"
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/SettingsKeys.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferences.h"
+#include "app/TNPreferencesManager.h"
+#include "calllist/ListQueryBuilder.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <atomic>
+
+namespace {
+std::atomic<TNCallinglist*> g_shared{nullptr};
+
+const QString kDefaultDateFormat = QStringLiteral("dd.MM.yyyy HH:mm");
+} // namespace
+
+TNCallinglist::TNCallinglist(const QString& dbPath, Clock* clock, QObject* parent)
+    : QObject(parent), m_db(dbPath), m_smart(m_db), m_memos(m_db), m_clock(clock)
+{
+    m_valid = m_db.initialize();
+}
+
+TNCallinglist::~TNCallinglist()
+{
+    TNCallinglist* self = this;
+    g_shared.compare_exchange_strong(self, nullptr);
+}
+
+TNCallinglist* TNCallinglist::sharedInstance()
+{
+    return g_shared.load();
+}
+
+void TNCallinglist::setSharedInstance(TNCallinglist* instance)
+{
+    g_shared.store(instance);
+}
+
+QDateTime TNCallinglist::now() const
+{
+    return (m_clock ? *m_clock : Clock::system()).now();
+}
+
+std::shared_ptr<TNPreferences> TNCallinglist::prefsForProfile(int profile) const
+{
+    return m_manager ? m_manager->locationPreferencesForProfile(QString::number(profile)) : nullptr;
+}
+
+// --- ProfileDataStore ---
+
+std::optional<int> TNCallinglist::maxProfileNumber()
+{
+    if (!m_db.fileExists())
+        return std::nullopt;
+    return getMaxProfileNumber();
+}
+
+int TNCallinglist::getMaxProfileNumber() const
+{
+    return m_db.scalarLogged(SqlFragment(QStringLiteral("SELECT MAX(profile) AS profile FROM callinglist")),
+                             "getMaxProfileNumber")
+        .toInt();
+}
+
+void TNCallinglist::deleteProfile(int profile)
+{
+    auto db = m_db.open();
+    if (!db)
+        return;
+    try {
+        SQLite::Transaction tx(*db);
+        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ?"), {profile}));
+        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = -?"), {profile}));
+        const auto lists = CallDatabase::select(
+            *db, SqlFragment(QStringLiteral("SELECT rowid FROM smartlist WHERE profile = ?"), {profile}));
+        for (const QVariantMap& row : lists)
+            CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM smartconditions WHERE sid = ?"),
+                                                {row.value(QStringLiteral("rowid"))}));
+        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM smartlist WHERE profile = ?"), {profile}));
+        tx.commit();
+    } catch (const std::exception& e) {
+        qCWarning(lcCalllist) << "deleteProfile" << e.what();
+    }
+}
+
+void TNCallinglist::createDefaultSmartList(int profile)
+{
+    insertSmartListForProfile(profile, Localization::localized(QStringLiteral("smart_today")),
+                              {{Smart::ColumnDate, Smart::Today, QString()}});
+}
+
+// --- new-calls mark ---
+
+void TNCallinglist::setLastDateForNewCallsForProfile(int profile)
+{
+    const QVariant newest = m_db.scalarLogged(
+        SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = ? ORDER BY calldate DESC LIMIT 1"),
+                    {profile}),
+        "setLastDateForNewCalls");
+    QMutexLocker lock(&m_mutex);
+    m_lastSavedDateForNewCalls = newest.toLongLong();
+}
+
+void TNCallinglist::unsetlastSavedDateForNewCalls()
+{
+    QMutexLocker lock(&m_mutex);
+    m_lastSavedDateForNewCalls = 0;
+    m_currentListCounter = 0;
+}
+
+qint64 TNCallinglist::lastSavedDateForNewCalls() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_lastSavedDateForNewCalls;
+}
+
+int TNCallinglist::currentListCounter() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_currentListCounter;
+}
+
+qint64 TNCallinglist::newCallsMark(int profile)
+{
+    if (lastSavedDateForNewCalls() == 0)
+        setLastDateForNewCallsForProfile(profile);
+    return lastSavedDateForNewCalls();
+}
+
+// --- marker rows ---
+
+std::optional<QDateTime> TNCallinglist::getMarkerDate(int profile, Marker marker) const
+{
+    const QVariant date = m_db.scalarLogged(
+        SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? ORDER BY "
+                                   "calldate DESC LIMIT 1"),
+                    {profile, int(marker)}),
+        "getMarkerDate");
+    if (!date.isValid())
+        return std::nullopt;
+    return QDateTime::fromSecsSinceEpoch(date.toLongLong());
+}
+
+bool TNCallinglist::updateMarkerDate(int profile, Marker marker, const QDateTime& when)
+{
+    auto db = m_db.open();
+    if (!db)
+        return false;
+    try {
+        SQLite::Transaction tx(*db);
+        const qint64 t = when.toSecsSinceEpoch();
+        const QVariant existing = CallDatabase::scalar(
+            *db, SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? "
+                                            "ORDER BY calldate DESC LIMIT 1"),
+                             {profile, int(marker)}));
+        if (existing.isValid())
+            CallDatabase::exec(*db, SqlFragment(QStringLiteral("UPDATE callinglist SET calldate = ? WHERE profile = -? "
+                                                               "AND callstate = ?"),
+                                                {t, profile, int(marker)}));
+        else
+            CallDatabase::exec(*db, SqlFragment(QStringLiteral("INSERT INTO callinglist (profile, callstate, calldate, "
+                                                               "phonenumber, extension, line, duration) VALUES (-?, ?, "
+                                                               "?, '', '', '', '')"),
+                                                {profile, int(marker), t}));
+        tx.commit();
+        return true;
+    } catch (const std::exception& e) {
+        qCWarning(lcCalllist) << "theException:" << e.what();
+        return false;
+    }
+}
+
+std::optional<QDateTime> TNCallinglist::getLastDateForVoicemailForProfile(int profile) const
+{
+    return getMarkerDate(profile, MarkerVoicemail);
+}
+
+bool TNCallinglist::updateLastDateForVoicemailForProfile(int profile)
+{
+    return updateMarkerDate(profile, MarkerVoicemail, now());
+}
+
+std::optional<QDateTime> TNCallinglist::getLastDateForFaxForProfile(int profile) const
+{
+    return getMarkerDate(profile, MarkerFax);
+}
+
+bool TNCallinglist::updateLastDateForFaxForProfile(int profile)
+{
+    return updateMarkerDate(profile, MarkerFax, now());
+}
+
+// --- counters ---
+
+QStringList TNCallinglist::getLinesForProfile(int profile) const
+{
+    QStringList lines;
+    const auto rows = m_db.selectLogged(
+        SqlFragment(QStringLiteral("SELECT line FROM callinglist WHERE callinglist.profile = ? GROUP BY line"),
+                    {profile}),
+        "getLinesForProfile");
+    for (const QVariantMap& r : rows)
+        lines.append(r.value(QStringLiteral("line")).toString());
+    return lines;
+}
+
+SqlFragment TNCallinglist::hiddenLineFilterForProfile(int profile) const
+{
+    const auto prefs = prefsForProfile(profile);
+    return prefs ? ListQuery::hiddenLineFilter(prefs->lines) : SqlFragment();
+}
+
+qint64 TNCallinglist::getNewCallsCounterFromListForProfile(int profile)
+{
+    SqlFragment sql(QStringLiteral("SELECT count(rowid) as cnt FROM callinglist WHERE callinglist.profile = ?"),
+                    {profile});
+    sql.add(QStringLiteral(" AND calldate > ?"), {newCallsMark(profile)});
+    sql.add(hiddenLineFilterForProfile(profile));
+    return m_db.scalarLogged(sql, "getNewCallsCounter").toLongLong();
+}
+
+void TNCallinglist::refreshCallsCounterForProfile(int profile)
+{
+    SqlFragment sql(QStringLiteral("SELECT count(rowid) as cnt, callstate FROM callinglist WHERE profile = ?"),
+                    {profile});
+    sql.add(hiddenLineFilterForProfile(profile)).add(QStringLiteral(" GROUP BY callstate"));
+    QList<qint64> counter{0, 0, 0};
+    qint64 total = 0;
+    for (const QVariantMap& r : m_db.selectLogged(sql, "refreshCallsCounter")) {
+        const int state = r.value(QStringLiteral("callstate")).toInt();
+        const qint64 cnt = r.value(QStringLiteral("cnt")).toLongLong();
+        if (state >= 1 && state <= 3)
+            counter[state - 1] = cnt;
+        total += cnt;
+    }
+    counter << total << 0 << getNewCallsCounterFromListForProfile(profile) << 0 << 0;
+    counter.swapItemsAt(1, 2);
+    for (qint64 id : m_smart.getAllSmartListIDsForProfile(profile))
+        counter.append(getSmartCallsCounterFromListForProfile(profile, id));
+    QMutexLocker lock(&m_mutex);
+    m_callsCounter = counter;
+}
+
+QList<qint64> TNCallinglist::callsCounter() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_callsCounter;
+}
+
+// --- the list ---
+
+std::pair<QString, bool> TNCallinglist::sortDescriptor() const
+{
+    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
+    const QVariantList stored = store ? store->value(keys::CallinglistSortOrdering).toList() : QVariantList();
+    if (stored.size() == 2 && ListQuery::sortExpression(stored[0].toString()))
+        return {stored[0].toString(), stored[1].toInt() == 1};
+    return {QStringLiteral("date"), false};
+}
+
+void TNCallinglist::setSortDescriptor(const QString& identifier, bool ascending)
+{
+    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
+    if (store && ListQuery::sortExpression(identifier))
+        store->setValue(keys::CallinglistSortOrdering, QVariantList{identifier, ascending ? 1 : 0});
+}
+
+QString TNCallinglist::dateFormatForProfile(int profile) const
+{
+    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
+    const QString stored = store ? store->value(keys::DateFormatString).toString() : QString();
+    if (!stored.isEmpty())
+        return stored;
+    const auto prefs = prefsForProfile(profile);
+    return prefs && !prefs->dateFormatString.isEmpty() ? prefs->dateFormatString : kDefaultDateFormat;
+}
+
+QList<CallRow> TNCallinglist::getCallerlistForProfile(int profile, int callState, const QString& searchString,
+                                                      const QString& searchColumn, const QString& orderBy,
+                                                      const QString& orderDirection, int limit)
+{
+    SqlFragment sql = ListQuery::joinedListQuery(profile);
+    if (callState >= ListQuery::SelectorIncoming && callState <= ListQuery::SelectorOutgoing) {
+        sql.add(QStringLiteral(" AND callinglist.callstate = ? "), {callState});
+    } else if (callState == ListQuery::SelectorNew) {
+        sql.add(QStringLiteral(" AND calldate > ?"), {newCallsMark(profile)});
+    } else if (callState >= ListQuery::SelectorFirstSmartList) {
+        if (const auto list = m_smart.getSmartListForProfile(profile, callState - ListQuery::SelectorFirstSmartList))
+            sql.add(getConditionSearchStringForID(list->rowid));
+    }
+    sql.add(hiddenLineFilterForProfile(profile));
+    sql.add(ListQuery::searchFragment(searchString, searchColumn,
+                                      ListQuery::convertedSQLDateFormat(dateFormatForProfile(profile))));
+
+    auto [storedColumn, storedAscending] = sortDescriptor();
+    const QString column = orderBy.isEmpty() ? storedColumn : orderBy;
+    const QString expr = ListQuery::sortExpression(column).value_or(QStringLiteral("callinglist.calldate"));
+    const bool ascending = orderDirection.isEmpty() ? (orderBy.isEmpty() && storedAscending)
+                                                    : orderDirection.compare(u"ASC", Qt::CaseInsensitive) == 0;
+    // The caller cache holds one row per number, so the join cannot repeat a call and no
+    // grouping by rowid is needed; rowid breaks ties for a stable order.
+    sql.add(QStringLiteral(" ORDER BY ") + expr + u' ' + ListQuery::sortDirection(ascending) +
+            QStringLiteral(", callinglist.rowid ") + ListQuery::sortDirection(ascending));
+    if (limit > 0)
+        sql.add(QStringLiteral(" LIMIT ?"), {limit});
+
+    QList<CallRow> rows;
+    const auto records = m_db.selectLogged(sql, "getCallerlist");
+    rows.reserve(records.size());
+    for (const QVariantMap& r : records)
+        rows.append(CallRow::fromRecord(r));
+    return rows;
+}
+
+QList<CallListEntry> TNCallinglist::callListEntriesForProfile(int profile, int callState, const QString& searchString,
+                                                             const QString& searchColumn, const QString& orderBy,
+                                                             const QString& orderDirection, int limit)
+{
+    const QList<CallRow> rows =
+        getCallerlistForProfile(profile, callState, searchString, searchColumn, orderBy, orderDirection, limit);
+    {
+        QMutexLocker lock(&m_mutex);
+        m_currentListCounter = int(rows.size());
+    }
+    return buildCallListEntries(rows, dateFormatForProfile(profile), dayHeaderFormat());
+}
+
+QVariantMap TNCallinglist::getLastRecentCallsForProfile(int profile, const QStringList& excludeCalls) const
+{
+    const SqlFragment hidden = hiddenLineFilterForProfile(profile);
+    auto recent = [&](int state) {
+        SqlFragment sql(QStringLiteral("SELECT callinglist.phonenumber AS phonenumber, COALESCE( caller.name,  '' ) AS "
+                                       "name, COALESCE( caller.abid,  '' ) AS abid, COALESCE( caller.label,  '' ) AS "
+                                       "label, MAX(callinglist.calldate) AS lastdate FROM callinglist LEFT JOIN caller "
+                                       "ON callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ? "
+                                       "AND callinglist.callstate = ? AND callinglist.phonenumber != ''"),
+                        {profile, state});
+        if (!excludeCalls.isEmpty()) {
+            QStringList marks;
+            for (const QString& number : excludeCalls) {
+                marks.append(QStringLiteral("?"));
+                sql.args.append(number);
+            }
+            sql.add(QStringLiteral(" AND callinglist.phonenumber NOT IN (") + marks.join(u',') + QStringLiteral(") "));
+        }
+        sql.add(hidden);
+        // The newest call of each number decides its place.
+        sql.add(QStringLiteral(" GROUP BY callinglist.phonenumber ORDER BY lastdate DESC LIMIT 5"));
+        QVariantList list;
+        for (QVariantMap r : m_db.selectLogged(sql, "getLastRecentCalls")) {
+            r.remove(QStringLiteral("lastdate"));
+            list.append(r);
+        }
+        return list;
+    };
+    return {{QStringLiteral("in"), recent(1)}, {QStringLiteral("missed"), recent(2)}};
+}
+
+// --- caller cache ---
+
+QStringList TNCallinglist::searchCallerNameForPhoneNumber(const QString& number) const
+{
+    const auto rows = m_db.selectLogged(
+        SqlFragment(QStringLiteral("SELECT name, abid, label FROM caller WHERE phonenumber = ? LIMIT 1"), {number}),
+        "searchCallerName");
+    if (rows.isEmpty())
+        return {};
+    const QVariantMap& r = rows.first();
+    return {r.value(QStringLiteral("abid")).toString(), r.value(QStringLiteral("name")).toString(),
+            r.value(QStringLiteral("label")).toString()};
+}
+
+bool TNCallinglist::insertCallerWithName(const QString& name, const QString& number, const QString& abid,
+                                         const QString& label)
+{
+    CallBatch batch(m_db);
+    return batch.insertCaller(name, number, abid, label) && batch.commit();
+}
+
+void TNCallinglist::resetCallerNamesForNumber(const QString& number)
+{
+    m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM caller WHERE phonenumber = ?"), {number})},
+                    "resetCallerNames");
+    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST, this);
+}
+
+qint64 TNCallinglist::insertCall(const NewCall& call)
+{
+    CallBatch batch(m_db);
+    const qint64 rowid = batch.insertCall(call);
+    return rowid && batch.commit() ? rowid : 0;
+}
+
+// --- deletions ---
+
+bool TNCallinglist::deleteItemFromCallingListwithID(qint64 rowid)
+{
+    return m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE rowid = ?"), {rowid})},
+                           "deleteItemFromCallingList");
+}
+
+bool TNCallinglist::deleteItemFromCallingListwithColumn(const QString& column, const QVariant& value)
+{
+    static const QStringList columns = {QStringLiteral("profile"),   QStringLiteral("callstate"),
+                                        QStringLiteral("calldate"),  QStringLiteral("phonenumber"),
+                                        QStringLiteral("extension"), QStringLiteral("line"),
+                                        QStringLiteral("duration")};
+    if (!columns.contains(column))
+        return false;
+    return m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE ") + column + QStringLiteral(" = ?"),
+                                        {value})},
+                           "deleteItemFromCallingList");
+}
+
+bool TNCallinglist::deleteItemFromCallerwithID(qint64 rowid)
+{
+    return m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM caller WHERE rowid = ?"), {rowid})},
+                           "deleteItemFromCaller");
+}
+
+bool TNCallinglist::deleteItemFromCallerwithColumn(const QString& column, const QVariant& value)
+{
+    static const QStringList columns = {QStringLiteral("phonenumber"), QStringLiteral("name"), QStringLiteral("abid"),
+                                        QStringLiteral("label")};
+    if (!columns.contains(column))
+        return false;
+    return m_db.execLogged(
+        {SqlFragment(QStringLiteral("DELETE FROM caller WHERE ") + column + QStringLiteral(" = ?"), {value})},
+        "deleteItemFromCaller");
+}
+
+void TNCallinglist::deleteCallinglistForProfile(int profile, int activeProfile)
+{
+    m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ?"), {profile})},
+                    "deleteCallinglistForProfile");
+    refreshCallsCounterForProfile(activeProfile);
+    NotificationCenter::defaultCenter().post(Notifications::RELOADCOUNTER, this);
+    NotificationCenter::defaultCenter().post(Notifications::GETNEWCALLERLIST, this);
+}
+
+// --- statistics ---
+
+qint64 TNCallinglist::getCallCounterStatisticForProfile(int profile, int month, int year, int callstate) const
+{
+    return CallStatistics::callCount(m_db, profile, month, year, callstate, hiddenLineFilterForProfile(profile));
+}
+
+CallStatistics::TimeSum TNCallinglist::getTimeCounterStatisticForProfile(int profile, int month, int year,
+                                                                         int callstate) const
+{
+    return CallStatistics::talkTime(m_db, profile, month, year, callstate, hiddenLineFilterForProfile(profile));
+}
+
+QStringList TNCallinglist::getYearsStatisticForProfile(int profile) const
+{
+    return CallStatistics::years(m_db, profile);
+}
+
+// --- smart lists ---
+
+Smart::Context TNCallinglist::smartContext(int profile)
+{
+    return {now().toSecsSinceEpoch(), newCallsMark(profile)};
+}
+
+qint64 TNCallinglist::insertSmartListForProfile(int profile, const QString& name,
+                                                const QList<SmartCondition>& conditions)
+{
+    return m_smart.insertSmartListForProfile(profile, name, conditions);
+}
+
+bool TNCallinglist::updateSmartListForProfile(int profile, const QString& name,
+                                              const QList<SmartCondition>& conditions, qint64 id)
+{
+    return m_smart.updateSmartListForProfile(profile, name, conditions, id);
+}
+
+bool TNCallinglist::deleteSmartListForID(qint64 id)
+{
+    return m_smart.deleteSmartListForID(id);
+}
+
+SqlFragment TNCallinglist::getConditionSearchStringForID(qint64 id)
+{
+    const auto list = m_smart.smartListForID(id);
+    if (!list)
+        return {};
+    const QVariant profile = m_db.scalarLogged(
+        SqlFragment(QStringLiteral("SELECT profile FROM smartlist WHERE rowid = ?"), {id}), "smartListProfile");
+    return m_smart.getConditionSearchStringForID(id, smartContext(profile.toInt()));
+}
+
+qint64 TNCallinglist::getSmartCallsCounterFromListForProfile(int profile, qint64 conditionID)
+{
+    SqlFragment sql(QStringLiteral("SELECT count(callinglist.rowid) as cnt FROM callinglist LEFT JOIN caller ON "
+                                   "callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ?"),
+                    {profile});
+    sql.add(m_smart.getConditionSearchStringForID(conditionID, smartContext(profile)));
+    sql.add(hiddenLineFilterForProfile(profile));
+    return m_db.scalarLogged(sql, "getSmartCallsCounter").toLongLong();
+}
+
+void TNCallinglist::setCallCounterForProfile(int profile, qint64 id)
+{
+    const QList<qint64> ids = m_smart.getAllSmartListIDsForProfile(profile);
+    const qsizetype index = ids.indexOf(id);
+    if (index < 0)
+        return;
+    const qint64 count = getSmartCallsCounterFromListForProfile(profile, id);
+    QMutexLocker lock(&m_mutex);
+    const qsizetype position = CounterFirstSmartList + index;
+    if (position < m_callsCounter.size())
+        m_callsCounter[position] = count;
+}
+
+// --- memos ---
+
+qint64 TNCallinglist::setMemoForProfile(int profile, const QString& number, qint64 calldate, const QString& subject,
+                                        const QString& body)
+{
+    const qint64 id = m_memos.setMemoForProfile(profile, number, calldate, subject, body);
+    if (id)
+        NotificationCenter::defaultCenter().post(Notifications::RELOADMEMOS);
+    return id;
+}
+
+bool TNCallinglist::updateMemoWithID(qint64 id, const QString& subject, const QString& body)
+{
+    const bool ok = m_memos.updateMemoWithID(id, subject, body);
+    if (ok)
+        NotificationCenter::defaultCenter().post(Notifications::RELOADMEMOS);
+    return ok;
+}
+
+QList<Memo> TNCallinglist::searchMemosForProfile(int profile, const QString& text, const QString& column) const
+{
+    return m_memos.searchMemosForProfile(profile, text, column,
+                                         ListQuery::convertedSQLDateFormat(dateFormatForProfile(profile)));
+}
+
+// --- imports in progress ---
+
+bool TNCallinglist::beginUpdatingProfile(int profile)
+{
+    QMutexLocker lock(&m_mutex);
+    if (m_updatingProfiles.contains(profile)) {
+        qCInfo(lcCalllist) << "updateInProgress for" << profile;
+        return false;
+    }
+    m_updatingProfiles.append(profile);
+    return true;
+}
+
+void TNCallinglist::endUpdatingProfile(int profile)
+{
+    QMutexLocker lock(&m_mutex);
+    m_updatingProfiles.removeAll(profile);
+}
+
+QList<int> TNCallinglist::updatingProfiles() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_updatingProfiles;
+}
+
+QString TNCallinglist::csvList() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_csvList;
+}
+
+void TNCallinglist::setCsvList(const QString& text)
+{
+    QMutexLocker lock(&m_mutex);
+    m_csvList = text;
+}
