@@ -33,16 +33,20 @@ struct CalllistFixture
         const QString uid = manager->addNewLocation();
         auto prefs = manager->locationPreferencesForUID(uid);
         for (const auto& [line, hide] : lines)
-            prefs->lines.append(QVariantMap{{QStringLiteral("Line"), line}, {QStringLiteral("HideList"), hide}});
+            prefs->lines.append(
+                QVariantMap{{QStringLiteral("Line"), line}, {QStringLiteral("HideList"), hide}});
         prefs->save();
         return prefs->activeProfileInt;
     }
 
-    qint64 call(int profile, int state, const QDateTime& when, const QString& number = QStringLiteral("030123"),
-                const QString& line = QStringLiteral("5550001"), const QString& duration = QStringLiteral("0:01"),
+    qint64 call(int profile, int state, const QDateTime& when,
+                const QString& number = QStringLiteral("030123"),
+                const QString& line = QStringLiteral("5550001"),
+                const QString& duration = QStringLiteral("0:01"),
                 const QString& extension = QStringLiteral("Küche"))
     {
-        return calls->insertCall({profile, state, when.toSecsSinceEpoch(), number, extension, line, duration});
+        return calls->insertCall(
+            {profile, state, when.toSecsSinceEpoch(), number, extension, line, duration});
     }
 
     QTemporaryDir dir;

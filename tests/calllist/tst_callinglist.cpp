@@ -19,7 +19,6 @@ namespace {
 
 using Lines = QList<std::pair<QString, int>>;
 
-
 } // namespace
 
 class TestCallinglist : public QObject
@@ -30,6 +29,7 @@ private slots:
     void counters_data();
     void counters();
     void markerRowsStayOutOfListsAndCounts();
+    void countersRefreshInBackground();
     void newCallsMark();
     void selectors_data();
     void selectors();
@@ -55,7 +55,8 @@ void TestCallinglist::counters_data()
 
     // Calls: in on 5550001, in on 5550002, missed on 5550002, out on 5550003, out on 49-5550001-9.
     QTest::newRow("no hidden line") << Lines{} << QList<qint64>{2, 2, 1, 5};
-    QTest::newRow("a line listed but not hidden") << Lines{{QStringLiteral("5550002"), 0}} << QList<qint64>{2, 2, 1, 5};
+    QTest::newRow("a line listed but not hidden")
+        << Lines{{QStringLiteral("5550002"), 0}} << QList<qint64>{2, 2, 1, 5};
     QTest::newRow("one hidden line") << Lines{{QStringLiteral("5550002"), 1}} << QList<qint64>{1, 2, 0, 3};
     QTest::newRow("two hidden lines, one inside another number")
         << Lines{{QStringLiteral("5550002"), 1}, {QStringLiteral("5550001"), 1}} << QList<qint64>{0, 1, 0, 1};
@@ -97,6 +98,22 @@ void TestCallinglist::counters()
     QCOMPARE(c[TNCallinglist::CounterFirstSmartList], hidesToday ? 1 : 2);
 }
 
+void TestCallinglist::countersRefreshInBackground()
+{
+    CalllistFixture f;
+    const int p = f.addLocation();
+    f.manager->activateCurrentLocationForID(f.manager->UIDForProfileNumber(p));
+    f.call(p, 2, at(2026, 3, 1));
+    QObject context;
+    QList<qint64> seen;
+    NotificationCenter::defaultCenter().addObserver(
+        &context, Notifications::UPDATESIDETABLE,
+        [&](const Notification&) { seen = f.calls->callsCounter(); });
+    f.calls->refreshCallsCounter();
+    QTRY_COMPARE(seen.value(TNCallinglist::CounterMissed), 1);
+    QThreadPool::globalInstance()->waitForDone();
+}
+
 void TestCallinglist::markerRowsStayOutOfListsAndCounts()
 {
     CalllistFixture f;
@@ -108,7 +125,8 @@ void TestCallinglist::markerRowsStayOutOfListsAndCounts()
     f.calls->updateLastDateForFaxForProfile(p);
     f.calls->updateMarkerDate(p, TNCallinglist::MarkerImport, f.clock.now());
 
-    QCOMPARE(f.calls->getLastDateForVoicemailForProfile(p)->toSecsSinceEpoch(), f.clock.now().toSecsSinceEpoch());
+    QCOMPARE(f.calls->getLastDateForVoicemailForProfile(p)->toSecsSinceEpoch(),
+             f.clock.now().toSecsSinceEpoch());
     QCOMPARE(f.calls->getLastDateForFaxForProfile(p)->toSecsSinceEpoch(), f.clock.now().toSecsSinceEpoch());
     SQLite::Database db(f.dbPath().toStdString());
     QCOMPARE(db.execAndGet("SELECT count(*) FROM callinglist WHERE profile < 0").getInt(), 3);
@@ -154,7 +172,8 @@ void TestCallinglist::selectors_data()
     QTest::newRow("8 lists all") << 8 << QStringList{u"in"_s, u"missed"_s, u"out"_s, u"today"_s};
     QTest::newRow("oldest smart list: today") << 9 << QStringList{u"today"_s};
     QTest::newRow("second smart list: missed") << 10 << QStringList{u"missed"_s};
-    QTest::newRow("missing smart list lists all") << 11 << QStringList{u"in"_s, u"missed"_s, u"out"_s, u"today"_s};
+    QTest::newRow("missing smart list lists all")
+        << 11 << QStringList{u"in"_s, u"missed"_s, u"out"_s, u"today"_s};
 }
 
 void TestCallinglist::selectors()
@@ -163,7 +182,8 @@ void TestCallinglist::selectors()
     QFETCH(QStringList, expected);
     CalllistFixture f;
     const int p = f.addLocation(); // with the smart list "today"
-    f.calls->insertSmartListForProfile(p, QStringLiteral("missed"), {{Smart::ColumnCallType, Smart::TypeMissed, {}}});
+    f.calls->insertSmartListForProfile(p, QStringLiteral("missed"),
+                                       {{Smart::ColumnCallType, Smart::TypeMissed, {}}});
     QMap<qint64, QString> names;
     names[f.call(p, 1, at(2026, 3, 1))] = QStringLiteral("in");
     names[f.call(p, 2, at(2026, 3, 2))] = QStringLiteral("missed");
@@ -207,14 +227,15 @@ void TestCallinglist::search()
     const int p = f.addLocation();
     QMap<qint64, QString> names;
     names[f.call(p, 1, at(2026, 3, 15, 9, 5), QStringLiteral("030111"))] = QStringLiteral("anna");
-    names[f.call(p, 2, at(2026, 3, 14, 18), QStringLiteral("030122"), QStringLiteral("5550001"), QStringLiteral("0:00"),
-                 QStringLiteral("Büro"))] = QStringLiteral("obrien");
+    names[f.call(p, 2, at(2026, 3, 14, 18), QStringLiteral("030122"), QStringLiteral("5550001"),
+                 QStringLiteral("0:00"), QStringLiteral("Büro"))] = QStringLiteral("obrien");
     names[f.call(p, 3, at(2026, 3, 10, 8), QStringLiteral("0170333"), QStringLiteral("5550002"),
                  QStringLiteral("1:30"))] = QStringLiteral("unknown");
-    names[f.call(p, 3, at(2026, 3, 9, 8), QStringLiteral("0800"), QStringLiteral("100%"))] = QStringLiteral("percent");
+    names[f.call(p, 3, at(2026, 3, 9, 8), QStringLiteral("0800"), QStringLiteral("100%"))] =
+        QStringLiteral("percent");
     f.calls->insertCallerWithName(QStringLiteral("Anna Müller"), QStringLiteral("030111"), {}, {});
-    f.calls->insertCallerWithName(QStringLiteral("Pat O'Brien"), QStringLiteral("030122"), QStringLiteral("ab-1"),
-                                  QStringLiteral("mobile"));
+    f.calls->insertCallerWithName(QStringLiteral("Pat O'Brien"), QStringLiteral("030122"),
+                                  QStringLiteral("ab-1"), QStringLiteral("mobile"));
 
     QStringList got;
     for (const CallRow& row : f.calls->getCallerlistForProfile(p, 0, text, column, {}, {}, 0))
@@ -230,16 +251,18 @@ void TestCallinglist::sortOrder_data()
     QTest::addColumn<QString>("direction");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("nothing stored: date descending") << QVariant() << u""_s << u""_s << QStringList{u"c"_s, u"b"_s, u"a"_s};
-    QTest::newRow("stored duration ascending")
-        << QVariant(QVariantList{QStringLiteral("duration"), 1}) << u""_s << u""_s << QStringList{u"b"_s, u"c"_s, u"a"_s};
-    QTest::newRow("stored name descending")
-        << QVariant(QVariantList{QStringLiteral("name"), 0}) << u""_s << u""_s << QStringList{u"a"_s, u"c"_s, u"b"_s};
+    QTest::newRow("nothing stored: date descending")
+        << QVariant() << u""_s << u""_s << QStringList{u"c"_s, u"b"_s, u"a"_s};
+    QTest::newRow("stored duration ascending") << QVariant(QVariantList{QStringLiteral("duration"), 1})
+                                               << u""_s << u""_s << QStringList{u"b"_s, u"c"_s, u"a"_s};
+    QTest::newRow("stored name descending") << QVariant(QVariantList{QStringLiteral("name"), 0}) << u""_s
+                                            << u""_s << QStringList{u"a"_s, u"c"_s, u"b"_s};
     QTest::newRow("unknown stored column falls back to date")
         << QVariant(QVariantList{QStringLiteral("calldate; DROP TABLE caller"), 1}) << u""_s << u""_s
         << QStringList{u"c"_s, u"b"_s, u"a"_s};
     QTest::newRow("explicit order beats the stored one")
-        << QVariant(QVariantList{QStringLiteral("duration"), 1}) << u"date"_s << u"ASC"_s << QStringList{u"a"_s, u"b"_s, u"c"_s};
+        << QVariant(QVariantList{QStringLiteral("duration"), 1}) << u"date"_s << u"ASC"_s
+        << QStringList{u"a"_s, u"b"_s, u"c"_s};
 }
 
 void TestCallinglist::sortOrder()
@@ -253,9 +276,12 @@ void TestCallinglist::sortOrder()
         f.store.setValue(keys::CallinglistSortOrdering, stored);
     const int p = f.addLocation();
     QMap<qint64, QString> names;
-    names[f.call(p, 1, at(2026, 3, 1), QStringLiteral("01"), {}, QStringLiteral("0:09"))] = QStringLiteral("a");
-    names[f.call(p, 1, at(2026, 3, 2), QStringLiteral("02"), {}, QStringLiteral("0:01"))] = QStringLiteral("b");
-    names[f.call(p, 1, at(2026, 3, 3), QStringLiteral("03"), {}, QStringLiteral("0:05"))] = QStringLiteral("c");
+    names[f.call(p, 1, at(2026, 3, 1), QStringLiteral("01"), {}, QStringLiteral("0:09"))] =
+        QStringLiteral("a");
+    names[f.call(p, 1, at(2026, 3, 2), QStringLiteral("02"), {}, QStringLiteral("0:01"))] =
+        QStringLiteral("b");
+    names[f.call(p, 1, at(2026, 3, 3), QStringLiteral("03"), {}, QStringLiteral("0:05"))] =
+        QStringLiteral("c");
     f.calls->insertCallerWithName(QStringLiteral("Zoe"), QStringLiteral("01"), {}, {});
     f.calls->insertCallerWithName(QStringLiteral("Mia"), QStringLiteral("03"), {}, {});
 
@@ -263,7 +289,9 @@ void TestCallinglist::sortOrder()
     for (const CallRow& row : f.calls->getCallerlistForProfile(p, 0, {}, {}, orderBy, direction, 0))
         got.append(names.value(row.rowid));
     QCOMPARE(got, expected);
-    QCOMPARE(f.calls->database().scalarLogged(SqlFragment(QStringLiteral("SELECT count(*) FROM caller")), "t").toInt(),
+    QCOMPARE(f.calls->database()
+                 .scalarLogged(SqlFragment(QStringLiteral("SELECT count(*) FROM caller")), "t")
+                 .toInt(),
              2);
 }
 
@@ -281,16 +309,18 @@ void TestCallinglist::dayHeaders()
     const auto entries = f.calls->callListEntriesForProfile(p, 0, {}, {}, {}, {}, 0);
     QCOMPARE(entries.size(), 6);
     QVERIFY(entries[0].isDayHeader);
-    QCOMPARE(entries[0].toArray().mid(0, 2), (QVariantList{QStringLiteral("15.03.2026"), QStringLiteral("3")}));
+    QCOMPARE(entries[0].toArray().mid(0, 2),
+             (QVariantList{QStringLiteral("15.03.2026"), QStringLiteral("3")}));
     QCOMPARE(entries[1].dateText, QStringLiteral("15.03.2026 23:59"));
     QVERIFY(!entries[3].isDayHeader);
     QVERIFY(entries[4].isDayHeader);
     QCOMPARE(entries[4].dayCount, 1);
     const QVariantList call = entries[5].toArray();
     QCOMPARE(call.size(), 11);
-    QCOMPARE(call.mid(0, 9), (QVariantList{QStringLiteral("14.03.2026 00:00"), QStringLiteral("Eva"),
-                                           QStringLiteral("0301"), QStringLiteral("Küche"), QStringLiteral("5550001"),
-                                           QStringLiteral("0:01"), QStringLiteral("ab"), QStringLiteral("home"), 1}));
+    QCOMPARE(call.mid(0, 9),
+             (QVariantList{QStringLiteral("14.03.2026 00:00"), QStringLiteral("Eva"), QStringLiteral("0301"),
+                           QStringLiteral("Küche"), QStringLiteral("5550001"), QStringLiteral("0:01"),
+                           QStringLiteral("ab"), QStringLiteral("home"), 1}));
     QCOMPARE(call[10].toDateTime(), at(2026, 3, 14, 0, 0));
     QCOMPARE(f.calls->currentListCounter(), 4);
 }
@@ -334,7 +364,8 @@ void TestCallinglist::statistics()
     const auto time = f.calls->getTimeCounterStatisticForProfile(p, month, year, state);
     QCOMPARE(time.totalMinutes, minutes);
     QCOMPARE(time.hours() * 60 + time.minutes(), minutes);
-    QCOMPARE(f.calls->getYearsStatisticForProfile(p), (QStringList{QStringLiteral("2026"), QStringLiteral("2025")}));
+    QCOMPARE(f.calls->getYearsStatisticForProfile(p),
+             (QStringList{QStringLiteral("2026"), QStringLiteral("2025")}));
 }
 
 void TestCallinglist::recentCalls()
@@ -357,12 +388,14 @@ void TestCallinglist::recentCalls()
         return out;
     };
     QVariantMap recent = f.calls->getLastRecentCallsForProfile(p, {});
-    QCOMPARE(numbers(recent[QStringLiteral("in")]), (QStringList{u"07"_s, u"06"_s, u"05"_s, u"04"_s, u"03"_s}));
+    QCOMPARE(numbers(recent[QStringLiteral("in")]),
+             (QStringList{u"07"_s, u"06"_s, u"05"_s, u"04"_s, u"03"_s}));
     QCOMPARE(recent[QStringLiteral("in")].toList().first().toMap().value(QStringLiteral("name")).toString(),
              QStringLiteral("Seven"));
     QCOMPARE(numbers(recent[QStringLiteral("missed")]), QStringList{u"0300"_s});
     recent = f.calls->getLastRecentCallsForProfile(p, {QStringLiteral("07"), QStringLiteral("05'")});
-    QCOMPARE(numbers(recent[QStringLiteral("in")]), (QStringList{u"06"_s, u"05"_s, u"04"_s, u"03"_s, u"02"_s}));
+    QCOMPARE(numbers(recent[QStringLiteral("in")]),
+             (QStringList{u"06"_s, u"05"_s, u"04"_s, u"03"_s, u"02"_s}));
 }
 
 void TestCallinglist::callerCache()
@@ -374,8 +407,8 @@ void TestCallinglist::callerCache()
                                                     [&](const Notification&) { ++reloads; });
     QCOMPARE(f.calls->searchCallerNameForPhoneNumber(QStringLiteral("030111")), QStringList());
     QVERIFY(f.calls->insertCallerWithName(QStringLiteral("Old"), QStringLiteral("030111"), {}, {}));
-    QVERIFY(f.calls->insertCallerWithName(QStringLiteral("Anna"), QStringLiteral("030111"), QStringLiteral("uid-1"),
-                                          QStringLiteral("work")));
+    QVERIFY(f.calls->insertCallerWithName(QStringLiteral("Anna"), QStringLiteral("030111"),
+                                          QStringLiteral("uid-1"), QStringLiteral("work")));
     QCOMPARE(f.calls->searchCallerNameForPhoneNumber(QStringLiteral("030111")),
              (QStringList{QStringLiteral("uid-1"), QStringLiteral("Anna"), QStringLiteral("work")}));
     f.calls->resetCallerNamesForNumber(QStringLiteral("030111' OR '1'='1"));
@@ -396,13 +429,15 @@ void TestCallinglist::deleteProfileRemovesConditionsBeforeLists()
     f.call(p, 1, at(2026, 3, 1));
     f.call(keep, 1, at(2026, 3, 1));
     f.calls->updateLastDateForFaxForProfile(p);
-    const qint64 memo = f.calls->setMemoForProfile(p, QStringLiteral("030123"), at(2026, 3, 1).toSecsSinceEpoch(),
-                                                   QStringLiteral("s"), QStringLiteral("b"));
+    const qint64 memo =
+        f.calls->setMemoForProfile(p, QStringLiteral("030123"), at(2026, 3, 1).toSecsSinceEpoch(),
+                                   QStringLiteral("s"), QStringLiteral("b"));
     {
         // A condition deleted after its list would abort the whole deletion.
         SQLite::Database db(f.dbPath().toStdString(), SQLite::OPEN_READWRITE);
         db.exec("CREATE TRIGGER conditions_first BEFORE DELETE ON smartconditions WHEN NOT EXISTS "
-                "(SELECT 1 FROM smartlist WHERE rowid = OLD.sid) BEGIN SELECT RAISE(ABORT, 'list deleted first'); END");
+                "(SELECT 1 FROM smartlist WHERE rowid = OLD.sid) BEGIN SELECT RAISE(ABORT, 'list deleted "
+                "first'); END");
     }
     f.calls->deleteProfile(p);
 
@@ -411,10 +446,12 @@ void TestCallinglist::deleteProfileRemovesConditionsBeforeLists()
                            std::to_string(p) + ")")
                  .getInt(),
              0);
-    QCOMPARE(db.execAndGet("SELECT count(*) FROM smartlist WHERE profile = " + std::to_string(p)).getInt(), 0);
-    QCOMPARE(db.execAndGet("SELECT count(*) FROM smartconditions WHERE sid NOT IN (SELECT rowid FROM smartlist)")
-                 .getInt(),
+    QCOMPARE(db.execAndGet("SELECT count(*) FROM smartlist WHERE profile = " + std::to_string(p)).getInt(),
              0);
+    QCOMPARE(
+        db.execAndGet("SELECT count(*) FROM smartconditions WHERE sid NOT IN (SELECT rowid FROM smartlist)")
+            .getInt(),
+        0);
     QCOMPARE(f.calls->smartLists().getAllSmartListIDsForProfile(keep).size(), 1);
     QCOMPARE(f.calls->getCallerlistForProfile(keep, 0, {}, {}, {}, {}, 0).size(), 1);
     QVERIFY(f.calls->memos().getDetailMemoWithID(memo)); // memos stay
@@ -471,7 +508,8 @@ void TestCallinglist::migratesFirstFileFormat()
     const QString path = dir.filePath(QStringLiteral("Tondrel.db"));
     {
         SQLite::Database db(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-        db.exec("CREATE TABLE callinglist (profile integer, callstate integer, calldate integer, phonenumber text, "
+        db.exec("CREATE TABLE callinglist (profile integer, callstate integer, calldate integer, phonenumber "
+                "text, "
                 "extension text, line text, duration text)");
         db.exec("CREATE TABLE caller (phonenumber text, name text, abid text, label text)");
         db.exec("INSERT INTO callinglist VALUES (1, 1, 1000, '0301', 'x', '555', '0:01')");

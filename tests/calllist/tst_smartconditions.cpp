@@ -32,7 +32,8 @@ void TestSmartConditions::rules_data()
     // Now is 2026-03-15 12:00 (local). Calls: A today 09:00 in, B 03-14 missed, C 03-10 out,
     // D 02-15 in, E 2025-03-03 out, F 03-12 in, G 03-15 11:30 missed (after the new-calls mark).
     QTest::newRow("date today") << Conditions{{ColumnDate, Today, {}}} << u"AG"_s;
-    QTest::newRow("date current month (any year)") << Conditions{{ColumnDate, CurrentMonth, {}}} << u"ABCEFG"_s;
+    QTest::newRow("date current month (any year)")
+        << Conditions{{ColumnDate, CurrentMonth, {}}} << u"ABCEFG"_s;
     QTest::newRow("date current year") << Conditions{{ColumnDate, CurrentYear, {}}} << u"ABCDFG"_s;
     QTest::newRow("date day of month") << Conditions{{ColumnDate, DayOfMonth, u"15"_s}} << u"ADG"_s;
     QTest::newRow("date day of month, one digit") << Conditions{{ColumnDate, DayOfMonth, u"3"_s}} << u"E"_s;
@@ -59,7 +60,8 @@ void TestSmartConditions::rules_data()
     QTest::newRow("extension is") << Conditions{{ColumnExtension, Is, u"Küche"_s}} << u"ACFG"_s;
     QTest::newRow("extension is not") << Conditions{{ColumnExtension, IsNot, u"Küche"_s}} << u"BDE"_s;
     QTest::newRow("extension contains") << Conditions{{ColumnExtension, Contains, u"ür"_s}} << u"BD"_s;
-    QTest::newRow("extension contains not") << Conditions{{ColumnExtension, ContainsNot, u"a"_s}} << u"ABCDFG"_s;
+    QTest::newRow("extension contains not")
+        << Conditions{{ColumnExtension, ContainsNot, u"a"_s}} << u"ABCDFG"_s;
 
     QTest::newRow("line is") << Conditions{{ColumnLine, Is, u"5550003"_s}} << u"E"_s;
     QTest::newRow("line is not") << Conditions{{ColumnLine, IsNot, u"5550001"_s}} << u"BDE"_s;
@@ -79,13 +81,16 @@ void TestSmartConditions::rules_data()
 
     QTest::newRow("all rules must hold")
         << Conditions{{ColumnCallType, TypeIncoming, {}}, {ColumnNumber, Contains, u"0301"_s}} << u"AD"_s;
-    QTest::newRow("any rule may hold")
-        << Conditions{{ColumnMatchAny, 1, {}}, {ColumnName, Is, u"Pat O'Brien"_s}, {ColumnCallType, TypeOutgoing, {}}}
-        << u"BCE"_s;
-    QTest::newRow("any, with a rule marker rows would match")
-        << Conditions{{ColumnMatchAny, 1, {}}, {ColumnDuration, Is, u"1:30"_s}, {ColumnCallType, TypeMissed, {}}}
-        << u"BCG"_s;
-    QTest::newRow("unknown rules are ignored") << Conditions{{42, 0, {}}, {ColumnDate, 99, {}}} << u"ABCDEFG"_s;
+    QTest::newRow("any rule may hold") << Conditions{{ColumnMatchAny, 1, {}},
+                                                     {ColumnName, Is, u"Pat O'Brien"_s},
+                                                     {ColumnCallType, TypeOutgoing, {}}}
+                                       << u"BCE"_s;
+    QTest::newRow("any, with a rule marker rows would match") << Conditions{{ColumnMatchAny, 1, {}},
+                                                                            {ColumnDuration, Is, u"1:30"_s},
+                                                                            {ColumnCallType, TypeMissed, {}}}
+                                                              << u"BCG"_s;
+    QTest::newRow("unknown rules are ignored")
+        << Conditions{{42, 0, {}}, {ColumnDate, 99, {}}} << u"ABCDEFG"_s;
     QTest::newRow("no rules") << Conditions{} << u"ABCDEFG"_s;
 }
 
@@ -121,8 +126,8 @@ void TestSmartConditions::rules()
     const qint64 id = f.calls->insertSmartListForProfile(p, u"under test"_s, conditions);
     QVERIFY(id > 0);
     QString got;
-    for (const CallRow& row : f.calls->getCallerlistForProfile(p, ListQuery::SelectorFirstSmartList + 1, {}, {}, {},
-                                                               {}, 0))
+    for (const CallRow& row :
+         f.calls->getCallerlistForProfile(p, ListQuery::SelectorFirstSmartList + 1, {}, {}, {}, {}, 0))
         got += letters.value(row.rowid, u'?');
     std::sort(got.begin(), got.end());
     QCOMPARE(got, expected);
@@ -135,7 +140,8 @@ void TestSmartConditions::conditionsComeBackNewestFirst()
 {
     CalllistFixture f;
     const int p = f.addLocation();
-    const Conditions stored{{Smart::ColumnName, Smart::Is, u"a"_s}, {Smart::ColumnLine, Smart::Contains, u"b"_s}};
+    const Conditions stored{{Smart::ColumnName, Smart::Is, u"a"_s},
+                            {Smart::ColumnLine, Smart::Contains, u"b"_s}};
     const qint64 id = f.calls->insertSmartListForProfile(p, u"x"_s, stored);
     QCOMPARE(f.calls->smartLists().getSmartConditionsForID(id), (Conditions{stored[1], stored[0]}));
 }
@@ -147,11 +153,13 @@ void TestSmartConditions::sideTableAndSelectorOrders()
     f.call(p, 1, at(2026, 3, 1));
     f.call(p, 2, at(2026, 3, 2));
     f.call(p, 2, at(2026, 3, 3));
-    const qint64 in = f.calls->insertSmartListForProfile(p, u"in"_s, {{Smart::ColumnCallType, Smart::TypeIncoming, {}}});
+    const qint64 in =
+        f.calls->insertSmartListForProfile(p, u"in"_s, {{Smart::ColumnCallType, Smart::TypeIncoming, {}}});
     const qint64 missed =
         f.calls->insertSmartListForProfile(p, u"missed"_s, {{Smart::ColumnCallType, Smart::TypeMissed, {}}});
 
-    QCOMPARE(f.calls->smartLists().getAllSmartListNamesForProfile(p), (QStringList{u"missed"_s, u"in"_s, u"Today"_s}));
+    QCOMPARE(f.calls->smartLists().getAllSmartListNamesForProfile(p),
+             (QStringList{u"missed"_s, u"in"_s, u"Today"_s}));
     QCOMPARE(f.calls->smartLists().getAllSmartListIDsForProfile(p).mid(0, 2), (QList<qint64>{missed, in}));
     QCOMPARE(f.calls->smartLists().getSmartListForProfile(p, 1)->rowid, in);
     QCOMPARE(f.calls->smartLists().getSmartListForProfile(p, 2)->rowid, missed);
@@ -169,11 +177,13 @@ void TestSmartConditions::updateAndDelete()
     CalllistFixture f;
     const int p = f.addLocation();
     const int other = f.addLocation();
-    const qint64 id = f.calls->insertSmartListForProfile(p, u"old"_s, {{Smart::ColumnName, Smart::Is, u"a"_s}});
+    const qint64 id =
+        f.calls->insertSmartListForProfile(p, u"old"_s, {{Smart::ColumnName, Smart::Is, u"a"_s}});
     QVERIFY(!f.calls->updateSmartListForProfile(other, u"stolen"_s, {}, id));
     QVERIFY(f.calls->updateSmartListForProfile(p, u"new"_s, {{Smart::ColumnLine, Smart::Is, u"1"_s}}, id));
     QCOMPARE(f.calls->smartLists().smartListForID(id)->name, u"new"_s);
-    QCOMPARE(f.calls->smartLists().getSmartConditionsForID(id), (Conditions{{Smart::ColumnLine, Smart::Is, u"1"_s}}));
+    QCOMPARE(f.calls->smartLists().getSmartConditionsForID(id),
+             (Conditions{{Smart::ColumnLine, Smart::Is, u"1"_s}}));
     QVERIFY(f.calls->deleteSmartListForID(id));
     QVERIFY(!f.calls->smartLists().smartListForID(id));
     QVERIFY(f.calls->smartLists().getSmartConditionsForID(id).isEmpty());

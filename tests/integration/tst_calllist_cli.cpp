@@ -37,12 +37,14 @@ private slots:
     void smartLists();
     void usageErrors_data();
     void usageErrors();
+    void removingTheLocationDeletesItsCalls();
 
 private:
     qint64 call(int state, const QDateTime& when, const QString& number, const QString& line = u"5550001"_s,
                 const QString& duration = u"0:05"_s)
     {
-        return m_calls->insertCall({m_profile, state, when.toSecsSinceEpoch(), number, u"Küche"_s, line, duration});
+        return m_calls->insertCall(
+            {m_profile, state, when.toSecsSinceEpoch(), number, u"Küche"_s, line, duration});
     }
 
     TempEnv m_env;
@@ -56,7 +58,8 @@ void TestCalllistCli::initTestCase()
     // Day headers and dates in the fixed "C" patterns, whatever the machine's locale.
     qputenv("LC_ALL", "C");
     QLocale::setDefault(QLocale::c());
-    const CliResult add = runCli(m_env, {u"location"_s, u"add"_s, u"--name"_s, u"Home"_s, u"--host"_s, u"127.0.0.1"_s});
+    const CliResult add =
+        runCli(m_env, {u"location"_s, u"add"_s, u"--name"_s, u"Home"_s, u"--host"_s, u"127.0.0.1"_s});
     QCOMPARE(add.exitCode, 0);
     const CliResult list = runCli(m_env, {u"--json"_s, u"location"_s, u"list"_s});
     m_profile = json(list).array().first().toObject().value(u"profile"_s).toInt();
@@ -68,7 +71,8 @@ void TestCalllistCli::initTestCase()
     m_obrienCall = call(2, at(2026, 1, 5, 8), u"030222"_s);
     call(3, at(2026, 1, 5, 9), u"0170333"_s, u"5550002"_s, u"0:10"_s);
     call(1, at(2026, 2, 1), u"030111"_s);
-    m_calls->insertCall({m_profile + 1, 1, at(2026, 2, 1).toSecsSinceEpoch(), u"030222"_s, {}, {}, u"0:01"_s});
+    m_calls->insertCall(
+        {m_profile + 1, 1, at(2026, 2, 1).toSecsSinceEpoch(), u"030222"_s, {}, {}, u"0:01"_s});
     m_calls->updateLastDateForFaxForProfile(m_profile);
     m_calls->insertCallerWithName(u"Anna Müller"_s, u"030111"_s, u"uid-1"_s, u"home"_s);
     m_calls->insertCallerWithName(u"Pat O'Brien"_s, u"030222"_s, {}, {});
@@ -83,8 +87,9 @@ void TestCalllistCli::listAndSearch()
     const QJsonObject newest = rows.first().toObject();
     QStringList keys = newest.keys();
     keys.sort();
-    QCOMPARE(keys, (QStringList{u"abid"_s, u"calldate"_s, u"callstate"_s, u"duration"_s, u"extension"_s, u"label"_s,
-                                u"line"_s, u"name"_s, u"phonenumber"_s, u"profile"_s, u"rowid"_s}));
+    QCOMPARE(keys,
+             (QStringList{u"abid"_s, u"calldate"_s, u"callstate"_s, u"duration"_s, u"extension"_s, u"label"_s,
+                          u"line"_s, u"name"_s, u"phonenumber"_s, u"profile"_s, u"rowid"_s}));
     QCOMPARE(newest.value(u"name"_s).toString(), u"Anna Müller"_s);
     QCOMPARE(newest.value(u"abid"_s).toString(), u"uid-1"_s);
     QCOMPARE(newest.value(u"calldate"_s).toInteger(), at(2026, 2, 1).toSecsSinceEpoch());
@@ -94,8 +99,8 @@ void TestCalllistCli::listAndSearch()
     QCOMPARE(json(r).array().size(), 1);
     QCOMPARE(json(r).array().first().toObject().value(u"rowid"_s).toInteger(), m_obrienCall);
 
-    r = runCli(m_env, {u"--json"_s, u"calls"_s, u"list"_s, u"--state"_s, u"in"_s, u"--sort"_s, u"date"_s, u"--asc"_s,
-                       u"--limit"_s, u"1"_s});
+    r = runCli(m_env, {u"--json"_s, u"calls"_s, u"list"_s, u"--state"_s, u"in"_s, u"--sort"_s, u"date"_s,
+                       u"--asc"_s, u"--limit"_s, u"1"_s});
     QCOMPARE(json(r).array().size(), 1);
     QCOMPARE(json(r).array().first().toObject().value(u"duration"_s).toString(), u"1:30"_s);
 
@@ -133,7 +138,8 @@ void TestCalllistCli::deleteCalls()
     CliResult r = runCli(m_env, {u"calls"_s, u"delete"_s, QString::number(extra), u"999999"_s});
     QCOMPARE(r.exitCode, 1);
     QVERIFY(r.err.startsWith("tondrel-cli: no call with row id 999999"));
-    QCOMPARE(m_calls->getCallerlistForProfile(m_profile, 0, {}, {}, {}, {}, 0).size(), 5); // nothing half-done
+    QCOMPARE(m_calls->getCallerlistForProfile(m_profile, 0, {}, {}, {}, {}, 0).size(),
+             5); // nothing half-done
     r = runCli(m_env, {u"calls"_s, u"delete"_s, QString::number(extra)});
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(m_calls->getCallerlistForProfile(m_profile, 0, {}, {}, {}, {}, 0).size(), 4);
@@ -141,8 +147,9 @@ void TestCalllistCli::deleteCalls()
 
 void TestCalllistCli::memos()
 {
-    CliResult r = runCli(m_env, {u"memo"_s, u"add"_s, u"--number"_s, u"030222"_s, u"--date"_s, u"2026-01-05 08:00"_s,
-                                 u"--subject"_s, u"Rückruf"_s, u"--body"_s, u"wegen O'Brien's Angebot"_s});
+    CliResult r =
+        runCli(m_env, {u"memo"_s, u"add"_s, u"--number"_s, u"030222"_s, u"--date"_s, u"2026-01-05 08:00"_s,
+                       u"--subject"_s, u"Rückruf"_s, u"--body"_s, u"wegen O'Brien's Angebot"_s});
     QCOMPARE(r.exitCode, 0);
     const QString id = QString::fromUtf8(r.out).trimmed();
     r = runCli(m_env, {u"memo"_s, u"add"_s, u"--number"_s, u"0999"_s, u"--date"_s, u"2026-01-01 10:00"_s,
@@ -172,8 +179,9 @@ void TestCalllistCli::memos()
 
 void TestCalllistCli::smartLists()
 {
-    CliResult r = runCli(m_env, {u"smartlist"_s, u"add"_s, u"--name"_s, u"Pat or outgoing"_s, u"--any"_s,
-                                 u"--condition"_s, u"name:is:Pat O'Brien"_s, u"--condition"_s, u"type:out"_s});
+    CliResult r =
+        runCli(m_env, {u"smartlist"_s, u"add"_s, u"--name"_s, u"Pat or outgoing"_s, u"--any"_s,
+                       u"--condition"_s, u"name:is:Pat O'Brien"_s, u"--condition"_s, u"type:out"_s});
     QCOMPARE(r.exitCode, 0);
     const QString id = QString::fromUtf8(r.out).trimmed();
 
@@ -210,10 +218,14 @@ void TestCalllistCli::usageErrors_data()
     QTest::newRow("condition without value")
         << QStringList{u"smartlist"_s, u"add"_s, u"--name"_s, u"x"_s, u"--condition"_s, u"name:is"_s} << 2;
     QTest::newRow("unknown condition")
-        << QStringList{u"smartlist"_s, u"add"_s, u"--name"_s, u"x"_s, u"--condition"_s, u"date:someday"_s} << 2;
-    QTest::newRow("bad memo date")
-        << QStringList{u"memo"_s, u"add"_s, u"--number"_s, u"1"_s, u"--date"_s, u"yesterday"_s} << 2;
-    QTest::newRow("memo of nobody") << QStringList{u"memo"_s, u"update"_s, u"424242"_s, u"--subject"_s, u"x"_s} << 1;
+        << QStringList{u"smartlist"_s, u"add"_s, u"--name"_s, u"x"_s, u"--condition"_s, u"date:someday"_s}
+        << 2;
+    QTest::newRow("bad memo date") << QStringList{u"memo"_s, u"add"_s,    u"--number"_s,
+                                                  u"1"_s,    u"--date"_s, u"yesterday"_s}
+                                   << 2;
+    QTest::newRow("memo of nobody") << QStringList{u"memo"_s, u"update"_s, u"424242"_s, u"--subject"_s,
+                                                   u"x"_s}
+                                    << 1;
 }
 
 void TestCalllistCli::usageErrors()
@@ -224,6 +236,32 @@ void TestCalllistCli::usageErrors()
     QCOMPARE(r.exitCode, exitCode);
     QVERIFY(r.err.startsWith("tondrel-cli: "));
     QCOMPARE(r.err.count('\n'), 1);
+}
+
+void TestCalllistCli::removingTheLocationDeletesItsCalls()
+{
+    TempEnv env;
+    QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Away"_s}).exitCode, 0);
+    QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Stays"_s}).exitCode, 0);
+    const QJsonArray locations = json(runCli(env, {u"--json"_s, u"location"_s, u"list"_s})).array();
+    QCOMPARE(locations.size(), 2);
+    const int away = locations.at(0).toObject().value(u"profile"_s).toInt();
+    const int stays = locations.at(1).toObject().value(u"profile"_s).toInt();
+    QVERIFY(away != stays);
+
+    TNCallinglist calls(env.dataDir() + u"/Tondrel.db"_s);
+    for (int profile : {away, stays})
+        calls.insertCall({profile, 1, at(2026, 1, 1).toSecsSinceEpoch(), u"0301"_s, {}, {}, u"0:01"_s});
+    calls.updateLastDateForVoicemailForProfile(away);
+    calls.setMemoForProfile(away, u"0301"_s, at(2026, 1, 1).toSecsSinceEpoch(), u"kept"_s, {});
+
+    QCOMPARE(runCli(env, {u"location"_s, u"remove"_s, u"Away"_s}).exitCode, 0);
+    QVERIFY(calls.getCallerlistForProfile(away, 0, {}, {}, {}, {}, 0).isEmpty());
+    QVERIFY(!calls.getLastDateForVoicemailForProfile(away));
+    QVERIFY(calls.smartLists().smartListsForProfile(away).isEmpty());
+    QCOMPARE(calls.memos().getMemosForProfile(away).size(), 1);
+    QCOMPARE(calls.getCallerlistForProfile(stays, 0, {}, {}, {}, {}, 0).size(), 1);
+    QCOMPARE(calls.smartLists().smartListsForProfile(stays).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestCalllistCli)

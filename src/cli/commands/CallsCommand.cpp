@@ -52,7 +52,8 @@ TNCallinglist& cliCallinglist(CliContext& ctx)
     ctx.open();
     TNCallinglist* calls = TNCallinglist::sharedInstance();
     if (!calls)
-        throw CliError(1, QStringLiteral("the call database %1 cannot be opened").arg(ctx.paths().databaseFile()));
+        throw CliError(
+            1, QStringLiteral("the call database %1 cannot be opened").arg(ctx.paths().databaseFile()));
     return *calls;
 }
 
@@ -61,11 +62,15 @@ void CallsCommand::setup(CLI::App& app, CliContext& ctx)
     auto* calls = app.add_subcommand("calls", "The call list of the location");
     calls->require_subcommand(1);
 
-    auto* list = calls->add_subcommand("list", "List calls, grouped by day (newest first unless sorted otherwise)");
-    list->add_option("--state", m_list.state, "all, in, out, missed, new or smart:ID (ID from 'smartlist list')");
+    auto* list =
+        calls->add_subcommand("list", "List calls, grouped by day (newest first unless sorted otherwise)");
+    list->add_option("--state", m_list.state,
+                     "all, in, out, missed, new or smart:ID (ID from 'smartlist list')");
     list->add_option("--search", m_list.search, "Text to find");
-    list->add_option("--column", m_list.column, "Search only in: name, number, extension, line, duration, date");
-    list->add_option("--sort", m_list.sort, "Sort by: date, name, number, extension, line, duration, callstateimg");
+    list->add_option("--column", m_list.column,
+                     "Search only in: name, number, extension, line, duration, date");
+    list->add_option("--sort", m_list.sort,
+                     "Sort by: date, name, number, extension, line, duration, callstateimg");
     auto* asc = list->add_flag("--asc", m_list.asc, "Ascending");
     list->add_flag("--desc", m_list.desc, "Descending")->excludes(asc);
     list->add_option("--limit", m_list.limit, "At most this many calls");
@@ -106,7 +111,6 @@ void CallsCommand::list(CliContext& ctx)
             throw CliError(1, QStringLiteral("no smart list %1 for this location").arg(state.mid(6)));
         selector = ListQuery::SelectorFirstSmartList + int(position);
     } else if (state == u"new") {
-        calls.setLastDateForNewCallsForProfile(profile);
         selector = ListQuery::SelectorNew;
     } else {
         selector = parseState(state);
@@ -126,15 +130,15 @@ void CallsCommand::list(CliContext& ctx)
 
     if (ctx.json) {
         QVariantList rows;
-        for (const CallRow& row : calls.getCallerlistForProfile(profile, selector, str(m_list.search),
-                                                                str(m_list.column), str(m_list.sort), direction,
-                                                                m_list.limit))
+        for (const CallRow& row :
+             calls.getCallerlistForProfile(profile, selector, str(m_list.search), str(m_list.column),
+                                           str(m_list.sort), direction, m_list.limit))
             rows.append(row.toVariantMap());
         ctx.printJson(rows);
         return;
     }
-    const auto entries = calls.callListEntriesForProfile(profile, selector, str(m_list.search), str(m_list.column),
-                                                         str(m_list.sort), direction, m_list.limit);
+    const auto entries = calls.callListEntriesForProfile(
+        profile, selector, str(m_list.search), str(m_list.column), str(m_list.sort), direction, m_list.limit);
     if (entries.isEmpty()) {
         ctx.out() << "No calls.\n";
         return;
@@ -158,8 +162,8 @@ void CallsCommand::counters(CliContext& ctx)
     const int profile = prefs->activeProfileInt;
     calls.refreshCallsCounterForProfile(profile);
     const QList<qint64> counter = calls.callsCounter();
-    QStringList names = {QStringLiteral("incoming"), QStringLiteral("outgoing"), QStringLiteral("missed"),
-                         QStringLiteral("all"),      QStringLiteral("current"),  QStringLiteral("new"),
+    QStringList names = {QStringLiteral("incoming"),  QStringLiteral("outgoing"), QStringLiteral("missed"),
+                         QStringLiteral("all"),       QStringLiteral("current"),  QStringLiteral("new"),
                          QStringLiteral("voicemail"), QStringLiteral("fax")};
     for (const QString& name : calls.smartLists().getAllSmartListNamesForProfile(profile))
         names.append(name);
@@ -174,8 +178,8 @@ void CallsCommand::counters(CliContext& ctx)
     }
     for (const QVariant& row : rows) {
         const QVariantMap r = row.toMap();
-        ctx.out() << r.value(QStringLiteral("name")).toString() << ": " << r.value(QStringLiteral("count")).toLongLong()
-                  << "\n";
+        ctx.out() << r.value(QStringLiteral("name")).toString() << ": "
+                  << r.value(QStringLiteral("count")).toLongLong() << "\n";
     }
 }
 
@@ -196,8 +200,8 @@ void CallsCommand::stats(CliContext& ctx)
         return;
     }
     ctx.out() << "calls: " << count << "\n"
-              << "time: " << time.hours() << ":" << QStringLiteral("%1").arg(time.minutes(), 2, 10, QLatin1Char('0'))
-              << "\n";
+              << "time: " << time.hours() << ":"
+              << QStringLiteral("%1").arg(time.minutes(), 2, 10, QLatin1Char('0')) << "\n";
 }
 
 void CallsCommand::years(CliContext& ctx)
@@ -231,7 +235,8 @@ void CallsCommand::remove(CliContext& ctx)
         QStringList ids;
         for (qint64 id : unknown)
             ids.append(QString::number(id));
-        throw CliError(1, QStringLiteral("no call with row id %1 in this location").arg(ids.join(QStringLiteral(", "))));
+        throw CliError(
+            1, QStringLiteral("no call with row id %1 in this location").arg(ids.join(QStringLiteral(", "))));
     }
     for (long long rowid : m_rowids)
         if (!calls.deleteItemFromCallingListwithID(rowid))

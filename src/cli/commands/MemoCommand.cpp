@@ -21,7 +21,8 @@ qint64 parseDate(const QString& text)
     const qint64 seconds = text.toLongLong(&ok);
     if (ok)
         return seconds;
-    for (const QString& format : {QStringLiteral("yyyy-MM-dd HH:mm"), QStringLiteral("yyyy-MM-dd HH:mm:ss")}) {
+    for (const QString& format :
+         {QStringLiteral("yyyy-MM-dd HH:mm"), QStringLiteral("yyyy-MM-dd HH:mm:ss")}) {
         const QDateTime t = QDateTime::fromString(text, format);
         if (t.isValid())
             return t.toSecsSinceEpoch();
@@ -29,7 +30,8 @@ qint64 parseDate(const QString& text)
     const QDateTime iso = QDateTime::fromString(text, Qt::ISODate);
     if (iso.isValid())
         return iso.toSecsSinceEpoch();
-    throw CliError(2, QStringLiteral("'%1' is not a date (use \"yyyy-MM-dd HH:mm\" or Unix seconds)").arg(text));
+    throw CliError(2,
+                   QStringLiteral("'%1' is not a date (use \"yyyy-MM-dd HH:mm\" or Unix seconds)").arg(text));
 }
 
 void printMemos(CliContext& ctx, const QList<Memo>& memos)
@@ -46,7 +48,8 @@ void printMemos(CliContext& ctx, const QList<Memo>& memos)
         return;
     }
     for (const Memo& m : memos) {
-        ctx.out() << m.rowid << "\t" << QDateTime::fromSecsSinceEpoch(m.calldate).toString(QStringLiteral("yyyy-MM-dd HH:mm"))
+        ctx.out() << m.rowid << "\t"
+                  << QDateTime::fromSecsSinceEpoch(m.calldate).toString(QStringLiteral("yyyy-MM-dd HH:mm"))
                   << "\t" << m.phonenumber << "\t" << m.name << "\t" << m.subject << "\n";
         if (!m.body.isEmpty())
             ctx.out() << "\t" << QString(m.body).replace(u'\n', QStringLiteral("\n\t")) << "\n";
@@ -62,16 +65,18 @@ void MemoCommand::setup(CLI::App& app, CliContext& ctx)
 
     auto* add = memo->add_subcommand("add", "Write a memo for a call; prints its id");
     add->add_option("--number", m_number, "The caller's number")->required();
-    add->add_option("--date", m_date, "Start of the call: \"yyyy-MM-dd HH:mm\" (local) or Unix seconds; now if omitted");
+    add->add_option("--date", m_date,
+                    "Start of the call: \"yyyy-MM-dd HH:mm\" (local) or Unix seconds; now if omitted");
     add->add_option("--subject", m_subject, "Subject");
     add->add_option("--body", m_body, "Text");
     add->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             auto prefs = ctx.targetLocation();
             TNCallinglist& calls = cliCallinglist(ctx);
-            const qint64 date = m_date.empty() ? Clock::system().now().toSecsSinceEpoch() : parseDate(str(m_date));
-            const qint64 id =
-                calls.setMemoForProfile(prefs->activeProfileInt, str(m_number), date, str(m_subject), str(m_body));
+            const qint64 date =
+                m_date.empty() ? Clock::system().now().toSecsSinceEpoch() : parseDate(str(m_date));
+            const qint64 id = calls.setMemoForProfile(prefs->activeProfileInt, str(m_number), date,
+                                                      str(m_subject), str(m_body));
             if (!id)
                 throw CliError(1, QStringLiteral("the memo could not be stored"));
             if (ctx.json)

@@ -19,7 +19,8 @@ struct Names
 const std::vector<Names>& nameTable()
 {
     static const std::vector<Names> table = {
-        {"date", Smart::ColumnDate,
+        {"date",
+         Smart::ColumnDate,
          {"today", "curr_month", "curr_year", "day", "month", "year", "last_days", "days_ago"}},
         {"name", Smart::ColumnName, {"is", "is_not", "contains", "contains_not"}},
         {"number", Smart::ColumnNumber, {"is", "is_not", "contains", "contains_not"}},
@@ -46,7 +47,8 @@ SmartCondition parseCondition(const QString& text)
     const qsizetype first = text.indexOf(u':');
     const qsizetype second = first < 0 ? -1 : text.indexOf(u':', first + 1);
     const QString column = text.left(first);
-    const QString condition = first < 0 ? QString() : text.mid(first + 1, second < 0 ? -1 : second - first - 1);
+    const QString condition =
+        first < 0 ? QString() : text.mid(first + 1, second < 0 ? -1 : second - first - 1);
     const QString value = second < 0 ? QString() : text.mid(second + 1);
     for (const Names& n : nameTable()) {
         if (column != QLatin1String(n.column))
@@ -111,10 +113,11 @@ void SmartlistCommand::setup(CLI::App& app, CliContext& ctx)
 
     auto* add = smart->add_subcommand("add", "Add a smart list; prints its id");
     add->add_option("--name", m_name, "Name shown in the side table")->required();
-    add->add_option("--condition", m_conditions,
-                    "COLUMN:CONDITION[:VALUE], repeatable. Columns and conditions: date today|curr_month|curr_year|"
-                    "day|month|year|last_days|days_ago; name, number, extension, line, duration "
-                    "is|is_not|contains|contains_not; type in|out|missed|new");
+    add->add_option(
+        "--condition", m_conditions,
+        "COLUMN:CONDITION[:VALUE], repeatable. Columns and conditions: date today|curr_month|curr_year|"
+        "day|month|year|last_days|days_ago; name, number, extension, line, duration "
+        "is|is_not|contains|contains_not; type in|out|missed|new");
     add->add_flag("--any", m_any, "A call matches when any condition holds (default: all)");
     add->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
@@ -125,8 +128,8 @@ void SmartlistCommand::setup(CLI::App& app, CliContext& ctx)
                 conditions.prepend({Smart::ColumnMatchAny, 1, QString()});
             auto prefs = ctx.targetLocation();
             TNCallinglist& calls = cliCallinglist(ctx);
-            const qint64 id =
-                calls.insertSmartListForProfile(prefs->activeProfileInt, QString::fromStdString(m_name), conditions);
+            const qint64 id = calls.insertSmartListForProfile(prefs->activeProfileInt,
+                                                              QString::fromStdString(m_name), conditions);
             if (!id)
                 throw CliError(1, QStringLiteral("the smart list could not be stored"));
             if (ctx.json)
@@ -144,10 +147,10 @@ void SmartlistCommand::setup(CLI::App& app, CliContext& ctx)
             const int profile = prefs->activeProfileInt;
             QVariantList rows;
             for (const SmartListInfo& info : calls.smartLists().smartListsForProfile(profile))
-                rows.append(QVariantMap{
-                    {QStringLiteral("id"), info.rowid},
-                    {QStringLiteral("name"), info.name},
-                    {QStringLiteral("count"), calls.getSmartCallsCounterFromListForProfile(profile, info.rowid)}});
+                rows.append(QVariantMap{{QStringLiteral("id"), info.rowid},
+                                        {QStringLiteral("name"), info.name},
+                                        {QStringLiteral("count"),
+                                         calls.getSmartCallsCounterFromListForProfile(profile, info.rowid)}});
             if (ctx.json) {
                 ctx.printJson(rows);
                 return;
@@ -156,8 +159,9 @@ void SmartlistCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.out() << "No smart lists.\n";
             for (const QVariant& row : rows) {
                 const QVariantMap r = row.toMap();
-                ctx.out() << r.value(QStringLiteral("id")).toLongLong() << "\t" << r.value(QStringLiteral("name")).toString()
-                          << "\t" << r.value(QStringLiteral("count")).toLongLong() << "\n";
+                ctx.out() << r.value(QStringLiteral("id")).toLongLong() << "\t"
+                          << r.value(QStringLiteral("name")).toString() << "\t"
+                          << r.value(QStringLiteral("count")).toLongLong() << "\n";
             }
         };
     });
@@ -204,15 +208,16 @@ void SmartlistCommand::setup(CLI::App& app, CliContext& ctx)
             }
             const qint64 count = calls.getSmartCallsCounterFromListForProfile(profile, m_id);
             if (ctx.json) {
-                ctx.printJson(QVariantMap{{QStringLiteral("id"), info.rowid},
-                                          {QStringLiteral("name"), info.name},
-                                          {QStringLiteral("match"), any ? QStringLiteral("any") : QStringLiteral("all")},
-                                          {QStringLiteral("conditions"), conditions},
-                                          {QStringLiteral("count"), count}});
+                ctx.printJson(QVariantMap{
+                    {QStringLiteral("id"), info.rowid},
+                    {QStringLiteral("name"), info.name},
+                    {QStringLiteral("match"), any ? QStringLiteral("any") : QStringLiteral("all")},
+                    {QStringLiteral("conditions"), conditions},
+                    {QStringLiteral("count"), count}});
                 return;
             }
-            ctx.out() << "id: " << info.rowid << "\nname: " << info.name << "\nmatch: " << (any ? "any" : "all")
-                      << "\ncount: " << count << "\n";
+            ctx.out() << "id: " << info.rowid << "\nname: " << info.name
+                      << "\nmatch: " << (any ? "any" : "all") << "\ncount: " << count << "\n";
             for (const QString& t : texts)
                 ctx.out() << "condition: " << t << "\n";
         };

@@ -8,14 +8,19 @@
 struct CallBatch::Statements
 {
     explicit Statements(SQLite::Database& db)
-        : insertCall(db, "INSERT INTO callinglist (profile, callstate, calldate, phonenumber, extension, line, duration) "
+        : insertCall(db, "INSERT INTO callinglist (profile, callstate, calldate, phonenumber, extension, "
+                         "line, duration) "
                          "VALUES (?, ?, ?, ?, ?, ?, ?)"),
-          insertCaller(db, "INSERT INTO caller (phonenumber, name, abid, label) VALUES (?, ?, ?, ?) "
-                           "ON CONFLICT (phonenumber) DO UPDATE SET name = excluded.name, abid = excluded.abid, "
-                           "label = excluded.label"),
-          findCall(db, "SELECT rowid,calldate from callinglist WHERE profile = ? AND calldate = ? AND phonenumber = ? "
-                       "ORDER BY calldate DESC LIMIT 1"),
-          savepoint(db, "SAVEPOINT callrow"), release(db, "RELEASE callrow"), rollback(db, "ROLLBACK TO callrow")
+          insertCaller(db,
+                       "INSERT INTO caller (phonenumber, name, abid, label) VALUES (?, ?, ?, ?) "
+                       "ON CONFLICT (phonenumber) DO UPDATE SET name = excluded.name, abid = excluded.abid, "
+                       "label = excluded.label"),
+          findCall(
+              db,
+              "SELECT rowid,calldate from callinglist WHERE profile = ? AND calldate = ? AND phonenumber = ? "
+              "ORDER BY calldate DESC LIMIT 1"),
+          savepoint(db, "SAVEPOINT callrow"), release(db, "RELEASE callrow"),
+          rollback(db, "ROLLBACK TO callrow")
     {
     }
     SQLite::Statement insertCall, insertCaller, findCall, savepoint, release, rollback;
@@ -81,7 +86,8 @@ qint64 CallBatch::insertCall(const NewCall& c)
     }
 }
 
-bool CallBatch::insertCaller(const QString& name, const QString& number, const QString& abid, const QString& label)
+bool CallBatch::insertCaller(const QString& name, const QString& number, const QString& abid,
+                             const QString& label)
 {
     if (!m_stmts)
         return false;

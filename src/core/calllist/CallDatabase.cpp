@@ -10,19 +10,19 @@
 
 QString likeEscaped(const QString& value)
 {
-    QString out;
-    out.reserve(value.size());
+    QString out(u'%');
+    out.reserve(value.size() + 2);
     for (const QChar c : value) {
         if (c == u'\\' || c == u'%' || c == u'_')
             out += u'\\';
         out += c;
     }
-    return out;
+    return out + u'%';
 }
 
 QString likeContainsPiece()
 {
-    return QStringLiteral("LIKE '%' || ? || '%' ESCAPE '\\'");
+    return QStringLiteral("LIKE ? ESCAPE '\\'");
 }
 
 namespace {
@@ -75,10 +75,12 @@ const char* const kTables[] = {
     "CREATE TABLE IF NOT EXISTS callinglist (profile integer, callstate integer, calldate integer, "
     "phonenumber text, extension text, line text, duration text)",
     "CREATE TABLE IF NOT EXISTS caller (phonenumber text, name text, abid text, label text)",
-    "CREATE TABLE IF NOT EXISTS memos (profile integer, phonenumber text, calldate date, subject text, body text, "
+    "CREATE TABLE IF NOT EXISTS memos (profile integer, phonenumber text, calldate date, subject text, body "
+    "text, "
     "category integer)",
     "CREATE TABLE IF NOT EXISTS smartlist (profile integer, name text)",
-    "CREATE TABLE IF NOT EXISTS smartconditions (sid integer, listcolumn integer, condition integer, condvalue text)",
+    "CREATE TABLE IF NOT EXISTS smartconditions (sid integer, listcolumn integer, condition integer, "
+    "condvalue text)",
 };
 
 } // namespace
@@ -93,8 +95,8 @@ bool CallDatabase::fileExists() const
 std::unique_ptr<SQLite::Database> CallDatabase::open() const
 {
     try {
-        auto db = std::make_unique<SQLite::Database>(m_path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
-                                                     BusyTimeoutMs);
+        auto db = std::make_unique<SQLite::Database>(
+            m_path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, BusyTimeoutMs);
         // WAL is a property of the file; synchronous is per connection and NORMAL is safe with WAL.
         db->exec("PRAGMA synchronous = NORMAL");
         return db;
@@ -138,7 +140,8 @@ void CallDatabase::migrate(SQLite::Database& db, int from)
         db.exec("DELETE FROM caller WHERE rowid NOT IN (SELECT MIN(rowid) FROM caller GROUP BY phonenumber)");
         db.exec("CREATE UNIQUE INDEX IF NOT EXISTS caller_phonenumber ON caller (phonenumber)");
         db.exec("CREATE INDEX IF NOT EXISTS callinglist_profile_date ON callinglist (profile, calldate)");
-        db.exec("CREATE INDEX IF NOT EXISTS callinglist_profile_state_date ON callinglist (profile, callstate, calldate)");
+        db.exec("CREATE INDEX IF NOT EXISTS callinglist_profile_state_date ON callinglist (profile, "
+                "callstate, calldate)");
         db.exec("CREATE INDEX IF NOT EXISTS memos_profile_date ON memos (profile, calldate)");
         db.exec("CREATE INDEX IF NOT EXISTS smartlist_profile ON smartlist (profile)");
         db.exec("CREATE INDEX IF NOT EXISTS smartconditions_sid ON smartconditions (sid)");

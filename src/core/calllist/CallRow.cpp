@@ -40,10 +40,14 @@ QVariantMap CallRow::toVariantMap() const
 QVariantList CallListEntry::toArray() const
 {
     if (isDayHeader)
-        return {dayText, QString::number(dayCount), QString(), QString(), QString(), QString(), QString(), QString(),
-                QString(), QString(), QString()};
-    return {dateText,   call.name,  call.phonenumber, call.extension, call.line,      call.duration,
-            call.abid,  call.label, call.callstate,   call.rowid,     call.dateTime()};
+        return {dayText,   QString::number(dayCount),
+                QString(), QString(),
+                QString(), QString(),
+                QString(), QString(),
+                QString(), QString(),
+                QString()};
+    return {dateText,  call.name,  call.phonenumber, call.extension, call.line,      call.duration,
+            call.abid, call.label, call.callstate,   call.rowid,     call.dateTime()};
 }
 
 QList<CallListEntry> buildCallListEntries(const QList<CallRow>& rows, const QString& dateFormat,

@@ -24,7 +24,8 @@ SqlFragment periodFilter(int month, int year, int callstate)
         sql.add(QStringLiteral(" AND calldate >= ? AND calldate < ? "),
                 {localStart(year, month), localStart(nextYear, nextMonth)});
     } else if (year > 0) {
-        sql.add(QStringLiteral(" AND calldate >= ? AND calldate < ? "), {localStart(year, 1), localStart(year + 1, 1)});
+        sql.add(QStringLiteral(" AND calldate >= ? AND calldate < ? "),
+                {localStart(year, 1), localStart(year + 1, 1)});
     } else if (month >= 1 && month <= 12) {
         sql.add(QStringLiteral(" AND STRFTIME('%m',calldate,'unixepoch','localtime') = ? "),
                 {QStringLiteral("%1").arg(month, 2, 10, QLatin1Char('0'))});
@@ -37,7 +38,8 @@ SqlFragment periodFilter(int month, int year, int callstate)
 qint64 callCount(const CallDatabase& db, int profile, int month, int year, int callstate,
                  const SqlFragment& hiddenLines)
 {
-    SqlFragment sql(QStringLiteral("SELECT count(*) as callcnt FROM callinglist WHERE profile = ?"), {profile});
+    SqlFragment sql(QStringLiteral("SELECT count(*) as callcnt FROM callinglist WHERE profile = ?"),
+                    {profile});
     sql.add(periodFilter(month, year, callstate)).add(hiddenLines);
     return db.scalarLogged(sql, "getCallCounterStatistic").toLongLong();
 }
@@ -45,10 +47,11 @@ qint64 callCount(const CallDatabase& db, int profile, int month, int year, int c
 TimeSum talkTime(const CallDatabase& db, int profile, int month, int year, int callstate,
                  const SqlFragment& hiddenLines)
 {
-    SqlFragment sql(QStringLiteral("SELECT SUM( CAST(substr(duration, 1, instr(duration, ':') - 1) AS INTEGER) * 60 + "
-                                   "CAST(substr(duration, instr(duration, ':') + 1) AS INTEGER) ) AS minutes "
-                                   "FROM callinglist WHERE profile = ?"),
-                    {profile});
+    SqlFragment sql(
+        QStringLiteral("SELECT SUM( CAST(substr(duration, 1, instr(duration, ':') - 1) AS INTEGER) * 60 + "
+                       "CAST(substr(duration, instr(duration, ':') + 1) AS INTEGER) ) AS minutes "
+                       "FROM callinglist WHERE profile = ?"),
+        {profile});
     sql.add(periodFilter(month, year, callstate)).add(hiddenLines);
     return {db.scalarLogged(sql, "getTimeCounterStatistic").toLongLong()};
 }
@@ -57,9 +60,10 @@ QStringList years(const CallDatabase& db, int profile)
 {
     QStringList list;
     const auto rows = db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT STRFTIME('%Y',calldate,'unixepoch','localtime') as year FROM callinglist "
-                                   "WHERE profile = ? GROUP BY year ORDER BY year DESC"),
-                    {profile}),
+        SqlFragment(
+            QStringLiteral("SELECT STRFTIME('%Y',calldate,'unixepoch','localtime') as year FROM callinglist "
+                           "WHERE profile = ? GROUP BY year ORDER BY year DESC"),
+            {profile}),
         "getYearsStatistic");
     for (const QVariantMap& r : rows)
         list.append(r.value(QStringLiteral("year")).toString());

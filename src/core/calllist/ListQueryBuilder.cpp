@@ -24,7 +24,8 @@ SqlFragment hiddenLineFilter(const QVariantList& lines)
         // An empty number would hide every call.
         if (map.value(QStringLiteral("HideList")).toInt() != 1 || line.isEmpty())
             continue;
-        sql.add(QStringLiteral(" AND callinglist.line NOT ") + likeContainsPiece() + u' ', {likeEscaped(line)});
+        sql.add(QStringLiteral(" AND callinglist.line NOT ") + likeContainsPiece() + u' ',
+                {likeEscaped(line)});
     }
     return sql;
 }
@@ -68,6 +69,35 @@ std::optional<SqlFragment> searchColumnExpression(const QString& identifier, con
     return std::nullopt;
 }
 
+namespace {
+
+// A shown date holds only digits and the format's own separators; other text can never match
+// it, and skipping the per-row date formatting makes name searches much faster.
+bool dateCouldContain(const QString& text, const QString& sqlDateFormat)
+{
+    QString literal;
+    for (qsizetype i = 0; i < sqlDateFormat.size(); ++i) {
+        if (sqlDateFormat[i] == u'%' && i + 1 < sqlDateFormat.size()) {
+            if (sqlDateFormat[i + 1] == u'%')
+                literal += u'%';
+            ++i;
+            continue;
+        }
+        literal += sqlDateFormat[i];
+    }
+    return std::all_of(text.begin(), text.end(), [&](QChar c) { return c.isDigit() || literal.contains(c); });
+}
+
+// Filters on the caller cache without joining every call first: the join then only runs for
+// the calls listed. The cache holds one row per number, so this equals caller.name LIKE.
+QString nameMatches(const QString& like)
+{
+    return QStringLiteral("callinglist.phonenumber IN (SELECT phonenumber FROM caller WHERE name") + like +
+           QStringLiteral(")");
+}
+
+} // namespace
+
 SqlFragment searchFragment(const QString& text, const QString& column, const QString& sqlDateFormat)
 {
     SqlFragment sql;
@@ -75,6 +105,10 @@ SqlFragment searchFragment(const QString& text, const QString& column, const QSt
         return sql;
     const QString value = likeEscaped(text);
     const QString like = u' ' + likeContainsPiece();
+    if (column == u"name") {
+        sql.add(QStringLiteral(" AND ") + nameMatches(like) + u' ', {value});
+        return sql;
+    }
     if (!column.isEmpty()) {
         const auto expr = searchColumnExpression(column, sqlDateFormat);
         if (!expr)
@@ -85,9 +119,11 @@ SqlFragment searchFragment(const QString& text, const QString& column, const QSt
     sql.add(QStringLiteral(" AND ( callinglist.phonenumber") + like, {value});
     sql.add(QStringLiteral(" OR callinglist.extension") + like, {value});
     sql.add(QStringLiteral(" OR callinglist.line") + like, {value});
-    sql.add(QStringLiteral(" OR caller.name") + like, {value});
-    sql.add(QStringLiteral(" OR STRFTIME(?,calldate,'unixepoch','localtime')") + like + QStringLiteral(" ) "),
-            {sqlDateFormat, value});
+    sql.add(QStringLiteral(" OR ") + nameMatches(like), {value});
+    if (dateCouldContain(text, sqlDateFormat))
+        sql.add(QStringLiteral(" OR STRFTIME(?,calldate,'unixepoch','localtime')") + like,
+                {sqlDateFormat, value});
+    sql.add(QStringLiteral(" ) "));
     return sql;
 }
 

@@ -6,9 +6,10 @@
 
 namespace {
 
-const QString kSelect = QStringLiteral(
-    "SELECT memos.rowid, memos.*, COALESCE( caller.name,  '' ) AS name, COALESCE( caller.abid,  '' ) AS abid, "
-    "COALESCE( caller.label,  '' ) AS label FROM memos LEFT JOIN caller ON memos.phonenumber = caller.phonenumber ");
+const QString kSelect = QStringLiteral("SELECT memos.rowid, memos.*, COALESCE( caller.name,  '' ) AS name, "
+                                       "COALESCE( caller.abid,  '' ) AS abid, "
+                                       "COALESCE( caller.label,  '' ) AS label FROM memos LEFT JOIN caller "
+                                       "ON memos.phonenumber = caller.phonenumber ");
 
 QList<Memo> memos(const QList<QVariantMap>& rows)
 {
@@ -38,17 +39,23 @@ Memo Memo::fromRecord(const QVariantMap& r)
 
 QVariantMap Memo::toVariantMap() const
 {
-    return {{QStringLiteral("rowid"), rowid},     {QStringLiteral("profile"), profile},
-            {QStringLiteral("phonenumber"), phonenumber}, {QStringLiteral("calldate"), calldate},
-            {QStringLiteral("subject"), subject}, {QStringLiteral("body"), body},
-            {QStringLiteral("category"), category}, {QStringLiteral("name"), name},
-            {QStringLiteral("abid"), abid},       {QStringLiteral("label"), label}};
+    return {{QStringLiteral("rowid"), rowid},
+            {QStringLiteral("profile"), profile},
+            {QStringLiteral("phonenumber"), phonenumber},
+            {QStringLiteral("calldate"), calldate},
+            {QStringLiteral("subject"), subject},
+            {QStringLiteral("body"), body},
+            {QStringLiteral("category"), category},
+            {QStringLiteral("name"), name},
+            {QStringLiteral("abid"), abid},
+            {QStringLiteral("label"), label}};
 }
 
 QList<Memo> MemoStore::getMemosForProfile(int profile) const
 {
     return memos(m_db.selectLogged(
-        SqlFragment(kSelect + QStringLiteral("WHERE memos.profile = ? ORDER BY memos.calldate ASC"), {profile}),
+        SqlFragment(kSelect + QStringLiteral("WHERE memos.profile = ? ORDER BY memos.calldate ASC"),
+                    {profile}),
         "getMemosForProfile"));
 }
 
@@ -61,17 +68,18 @@ std::optional<Memo> MemoStore::getDetailMemoWithID(qint64 id) const
     return Memo::fromRecord(rows.first());
 }
 
-qint64 MemoStore::setMemoForProfile(int profile, const QString& number, qint64 calldate, const QString& subject,
-                                   const QString& body)
+qint64 MemoStore::setMemoForProfile(int profile, const QString& number, qint64 calldate,
+                                    const QString& subject, const QString& body)
 {
     auto db = m_db.open();
     if (!db)
         return 0;
     try {
         SQLite::Transaction tx(*db);
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("INSERT INTO memos (profile, phonenumber, calldate, subject, "
-                                                           "body, category) VALUES (?, ?, ?, ?, ?, 0)"),
-                                            {profile, number, calldate, subject, body}));
+        CallDatabase::exec(
+            *db, SqlFragment(QStringLiteral("INSERT INTO memos (profile, phonenumber, calldate, subject, "
+                                            "body, category) VALUES (?, ?, ?, ?, ?, 0)"),
+                             {profile, number, calldate, subject, body}));
         const qint64 id = CallDatabase::lastInsertRowid(*db);
         tx.commit();
         return id;
@@ -85,7 +93,8 @@ bool MemoStore::updateMemoWithID(qint64 id, const QString& subject, const QStrin
     if (!getDetailMemoWithID(id))
         return false;
     return m_db.execLogged(
-        {SqlFragment(QStringLiteral("UPDATE memos SET subject = ?, body = ? WHERE rowid = ?"), {subject, body, id})},
+        {SqlFragment(QStringLiteral("UPDATE memos SET subject = ?, body = ? WHERE rowid = ?"),
+                     {subject, body, id})},
         "updateMemoWithID");
 }
 
@@ -115,7 +124,8 @@ QList<Memo> MemoStore::searchMemosForProfile(int profile, const QString& text, c
         sql.add(QStringLiteral(" AND STRFTIME(?,memos.calldate,'unixepoch','localtime')") + like + u' ',
                 {sqlDateFormat, value});
     } else if (!column.isEmpty()) {
-        const auto it = std::find_if(columns.begin(), columns.end(), [&](const auto& c) { return c.first == column; });
+        const auto it =
+            std::find_if(columns.begin(), columns.end(), [&](const auto& c) { return c.first == column; });
         if (it == columns.end())
             return {};
         sql.add(QStringLiteral(" AND ") + it->second + like + u' ', {value});
@@ -124,7 +134,8 @@ QList<Memo> MemoStore::searchMemosForProfile(int profile, const QString& text, c
         sql.add(QStringLiteral(" OR memos.subject") + like, {value});
         sql.add(QStringLiteral(" OR memos.body") + like, {value});
         sql.add(QStringLiteral(" OR caller.name") + like, {value});
-        sql.add(QStringLiteral(" OR STRFTIME(?,memos.calldate,'unixepoch','localtime')") + like + QStringLiteral(" ) "),
+        sql.add(QStringLiteral(" OR STRFTIME(?,memos.calldate,'unixepoch','localtime')") + like +
+                    QStringLiteral(" ) "),
                 {sqlDateFormat, value});
     }
     sql.add(QStringLiteral(" ORDER BY memos.calldate ASC"));

@@ -2,13 +2,16 @@
 
 #include "app/Logging.h"
 
+#include <QDateTime>
+
 namespace Smart {
 
 namespace {
 
 QString dateExpr(const char* format)
 {
-    return QStringLiteral("STRFTIME('%1',callinglist.calldate,'unixepoch','localtime')").arg(QLatin1String(format));
+    return QStringLiteral("STRFTIME('%1',callinglist.calldate,'unixepoch','localtime')")
+        .arg(QLatin1String(format));
 }
 
 // The same field of "now", now being bound.
@@ -28,33 +31,50 @@ QString dayModifier(qint64 days)
     return QStringLiteral("-%1 day").arg(days);
 }
 
+qint64 localMidnight(const QDate& day)
+{
+    return QDateTime(day, QTime(0, 0)).toSecsSinceEpoch();
+}
+
+// Calls of whole local days [first, last]: the same calls as comparing STRFTIME texts, but the
+// (profile, calldate) index finds them without formatting every call.
+SqlFragment daysRange(const QDate& first, const QDate& last)
+{
+    return SqlFragment(QStringLiteral("( callinglist.calldate >= ? AND callinglist.calldate < ? )"),
+                       {localMidnight(first), localMidnight(last.addDays(1))});
+}
+
 SqlFragment datePiece(int condition, const QString& value, qint64 now)
 {
+    const QDate today = QDateTime::fromSecsSinceEpoch(now).date();
     switch (condition) {
     case Today:
-        return SqlFragment(dateExpr("%Y-%m-%d") + QStringLiteral(" = ") + nowExpr("%Y-%m-%d"), {now});
+        return daysRange(today, today);
     case CurrentMonth:
         return SqlFragment(dateExpr("%m") + QStringLiteral(" = ") + nowExpr("%m"), {now});
     case CurrentYear:
-        return SqlFragment(dateExpr("%Y") + QStringLiteral(" = ") + nowExpr("%Y"), {now});
+        return daysRange(QDate(today.year(), 1, 1), QDate(today.year(), 12, 31));
     case DayOfMonth:
         return SqlFragment(dateExpr("%d") + QStringLiteral(" = ?"), {twoDigits(value)});
     case Month:
         return SqlFragment(dateExpr("%m") + QStringLiteral(" = ?"), {twoDigits(value)});
-    case Year:
+    case Year: {
+        bool ok = false;
+        const int year = value.trimmed().toInt(&ok);
+        if (ok && year > 0 && year <= 9999)
+            return daysRange(QDate(year, 1, 1), QDate(year, 12, 31));
         return SqlFragment(dateExpr("%Y") + QStringLiteral(" = ?"), {value.trimmed()});
+    }
     case LastDays:
         // Compares the stored time with a text of seconds (local time read as UTC), as SQLite
         // compares an integer column with text.
-        return SqlFragment(QStringLiteral("callinglist.calldate > STRFTIME('%s',?,'unixepoch','localtime',?)"),
-                           {now, dayModifier(value.trimmed().toLongLong())});
+        return SqlFragment(
+            QStringLiteral("callinglist.calldate > STRFTIME('%s',?,'unixepoch','localtime',?)"),
+            {now, dayModifier(value.trimmed().toLongLong())});
     case DaysAgo: {
-        const qint64 n = value.trimmed().toLongLong();
-        const QString day = dateExpr("%Y-%m-%d");
-        const QString back = QStringLiteral("STRFTIME('%Y-%m-%d',?,'unixepoch','localtime',?)");
-        return SqlFragment(QStringLiteral("( ") + day + QStringLiteral(" <= ") + back + QStringLiteral(" AND ") + day +
-                               QStringLiteral(" > ") + back + QStringLiteral(")"),
-                           {now, dayModifier(n), now, dayModifier(n + 1)});
+        // Exactly the local day N days back.
+        const QDate day = today.addDays(-value.trimmed().toLongLong());
+        return daysRange(day, day);
     }
     default:
         return {};
@@ -145,7 +165,8 @@ SqlFragment conditionSearchString(const QList<SmartCondition>& conditions, const
             qCWarning(lcCalllist) << "ignoring unknown smart list rule" << c.listcolumn << c.condition;
             continue;
         }
-        sql.add(sql.isEmpty() ? QStringLiteral(" AND ( ") : (any ? QStringLiteral(" OR ") : QStringLiteral(" AND ")));
+        sql.add(sql.isEmpty() ? QStringLiteral(" AND ( ")
+                              : (any ? QStringLiteral(" OR ") : QStringLiteral(" AND ")));
         sql.add(piece);
     }
     if (!sql.isEmpty())
@@ -155,8 +176,9 @@ SqlFragment conditionSearchString(const QList<SmartCondition>& conditions, const
 
 QString conditionKey(int listcolumn, int condition)
 {
-    static const char* const date[] = {"smart_today", "smart_curr_month", "smart_curr_year", "smart_day",
-                                       "smart_month", "smart_year",       "smart_last_days", "smart_days_ago"};
+    static const char* const date[] = {"smart_today",     "smart_curr_month", "smart_curr_year",
+                                       "smart_day",       "smart_month",      "smart_year",
+                                       "smart_last_days", "smart_days_ago"};
     static const char* const text[] = {"smart_is", "smart_is_not", "smart_contains", "smart_contains_not"};
     static const char* const type[] = {"CallinPhoneList", "CalloutPhoneList", "CallinfailedPhoneList",
                                        "smart_new_call"};

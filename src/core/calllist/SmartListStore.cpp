@@ -10,9 +10,10 @@ namespace {
 void insertConditions(SQLite::Database& db, qint64 sid, const QList<SmartCondition>& conditions)
 {
     for (const SmartCondition& c : conditions)
-        CallDatabase::exec(db, SqlFragment(QStringLiteral("INSERT INTO smartconditions (sid, listcolumn, condition, "
-                                                          "condvalue) VALUES (?, ?, ?, ?)"),
-                                           {sid, c.listcolumn, c.condition, c.condvalue}));
+        CallDatabase::exec(
+            db, SqlFragment(QStringLiteral("INSERT INTO smartconditions (sid, listcolumn, condition, "
+                                           "condvalue) VALUES (?, ?, ?, ?)"),
+                            {sid, c.listcolumn, c.condition, c.condvalue}));
 }
 
 SmartListInfo infoFromRecord(const QVariantMap& r)
@@ -30,8 +31,9 @@ qint64 SmartListStore::insertSmartListForProfile(int profile, const QString& nam
         return 0;
     try {
         SQLite::Transaction tx(*db);
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("INSERT INTO smartlist (profile, name) VALUES (?, ?)"),
-                                            {profile, name}));
+        CallDatabase::exec(*db,
+                           SqlFragment(QStringLiteral("INSERT INTO smartlist (profile, name) VALUES (?, ?)"),
+                                       {profile, name}));
         const qint64 sid = CallDatabase::lastInsertRowid(*db);
         insertConditions(*db, sid, conditions);
         tx.commit();
@@ -56,7 +58,8 @@ bool SmartListStore::updateSmartListForProfile(int profile, const QString& name,
                              {name, id, profile}));
         if (changed == 0)
             return false;
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM smartconditions WHERE sid = ?"), {id}));
+        CallDatabase::exec(*db,
+                           SqlFragment(QStringLiteral("DELETE FROM smartconditions WHERE sid = ?"), {id}));
         insertConditions(*db, id, conditions);
         tx.commit();
         return true;
@@ -95,7 +98,8 @@ QList<SmartListInfo> SmartListStore::smartListsForProfile(int profile) const
 {
     QList<SmartListInfo> lists;
     const auto rows = m_db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT rowid, name FROM smartlist WHERE profile = ? ORDER BY rowid DESC"), {profile}),
+        SqlFragment(QStringLiteral("SELECT rowid, name FROM smartlist WHERE profile = ? ORDER BY rowid DESC"),
+                    {profile}),
         "getAllSmartLists");
     for (const QVariantMap& r : rows)
         lists.append(infoFromRecord(r));
@@ -107,8 +111,9 @@ std::optional<SmartListInfo> SmartListStore::getSmartListForProfile(int profile,
     if (row < 0)
         return std::nullopt;
     const auto rows = m_db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT rowid,* FROM smartlist WHERE profile = ? ORDER BY rowid ASC LIMIT ?, 1"),
-                    {profile, row}),
+        SqlFragment(
+            QStringLiteral("SELECT rowid,* FROM smartlist WHERE profile = ? ORDER BY rowid ASC LIMIT ?, 1"),
+            {profile, row}),
         "getSmartListForProfile");
     if (rows.isEmpty())
         return std::nullopt;
@@ -118,7 +123,8 @@ std::optional<SmartListInfo> SmartListStore::getSmartListForProfile(int profile,
 std::optional<SmartListInfo> SmartListStore::smartListForID(qint64 id) const
 {
     const auto rows = m_db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT rowid, name FROM smartlist WHERE rowid = ?"), {id}), "smartListForID");
+        SqlFragment(QStringLiteral("SELECT rowid, name FROM smartlist WHERE rowid = ?"), {id}),
+        "smartListForID");
     if (rows.isEmpty())
         return std::nullopt;
     return infoFromRecord(rows.first());
@@ -131,7 +137,8 @@ QList<SmartCondition> SmartListStore::getSmartConditionsForID(qint64 id) const
         SqlFragment(QStringLiteral("SELECT * FROM smartconditions WHERE sid = ? ORDER BY rowid DESC"), {id}),
         "getSmartConditionsForID");
     for (const QVariantMap& r : rows)
-        conditions.append({r.value(QStringLiteral("listcolumn")).toInt(), r.value(QStringLiteral("condition")).toInt(),
+        conditions.append({r.value(QStringLiteral("listcolumn")).toInt(),
+                           r.value(QStringLiteral("condition")).toInt(),
                            r.value(QStringLiteral("condvalue")).toString()});
     return conditions;
 }

@@ -23,14 +23,15 @@ public:
     explicit SmartListStore(const CallDatabase& db) : m_db(db) {}
 
     // The new list's rowid, or 0 on failure.
-    qint64 insertSmartListForProfile(int profile, const QString& name, const QList<SmartCondition>& conditions);
+    qint64 insertSmartListForProfile(int profile, const QString& name,
+                                     const QList<SmartCondition>& conditions);
     bool updateSmartListForProfile(int profile, const QString& name, const QList<SmartCondition>& conditions,
                                    qint64 id);
     bool deleteSmartListForID(qint64 id);
 
-    QList<qint64> getAllSmartListIDsForProfile(int profile) const;   // rowid descending
-    QStringList getAllSmartListNamesForProfile(int profile) const;   // rowid descending
-    QList<SmartListInfo> smartListsForProfile(int profile) const;    // rowid descending
+    QList<qint64> getAllSmartListIDsForProfile(int profile) const; // rowid descending
+    QStringList getAllSmartListNamesForProfile(int profile) const; // rowid descending
+    QList<SmartListInfo> smartListsForProfile(int profile) const;  // rowid descending
     // The row-th list counted from the oldest.
     std::optional<SmartListInfo> getSmartListForProfile(int profile, int row) const;
     std::optional<SmartListInfo> smartListForID(qint64 id) const;

@@ -14,7 +14,10 @@ struct SqlFragment
     QVariantList args;
 
     SqlFragment() = default;
-    explicit SqlFragment(QString piece, QVariantList values = {}) : text(std::move(piece)), args(std::move(values)) {}
+    explicit SqlFragment(QString piece, QVariantList values = {})
+        : text(std::move(piece)), args(std::move(values))
+    {
+    }
 
     SqlFragment& add(const QString& piece)
     {
@@ -37,8 +40,8 @@ struct SqlFragment
     bool isEmpty() const { return text.isEmpty(); }
 };
 
-// A LIKE operand matching value anywhere, with % and _ in it taken literally. Use with
-// likeContains() as the SQL piece.
+// The bound LIKE pattern that finds value anywhere, its % and _ taken literally. Use with
+// likeContainsPiece() as the SQL piece.
 QString likeEscaped(const QString& value);
-// "LIKE '%' || ? || '%' ESCAPE '\'"
+// "LIKE ? ESCAPE '\'"
 QString likeContainsPiece();

@@ -11,6 +11,9 @@
 #include "app/TNPreferencesManager.h"
 #include "calllist/ListQueryBuilder.h"
 
+#include <QPointer>
+#include <QThreadPool>
+
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <atomic>
@@ -64,8 +67,9 @@ std::optional<int> TNCallinglist::maxProfileNumber()
 
 int TNCallinglist::getMaxProfileNumber() const
 {
-    return m_db.scalarLogged(SqlFragment(QStringLiteral("SELECT MAX(profile) AS profile FROM callinglist")),
-                             "getMaxProfileNumber")
+    return m_db
+        .scalarLogged(SqlFragment(QStringLiteral("SELECT MAX(profile) AS profile FROM callinglist")),
+                      "getMaxProfileNumber")
         .toInt();
 }
 
@@ -76,14 +80,17 @@ void TNCallinglist::deleteProfile(int profile)
         return;
     try {
         SQLite::Transaction tx(*db);
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ?"), {profile}));
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = -?"), {profile}));
+        CallDatabase::exec(
+            *db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ?"), {profile}));
+        CallDatabase::exec(
+            *db, SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = -?"), {profile}));
         const auto lists = CallDatabase::select(
             *db, SqlFragment(QStringLiteral("SELECT rowid FROM smartlist WHERE profile = ?"), {profile}));
         for (const QVariantMap& row : lists)
             CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM smartconditions WHERE sid = ?"),
                                                 {row.value(QStringLiteral("rowid"))}));
-        CallDatabase::exec(*db, SqlFragment(QStringLiteral("DELETE FROM smartlist WHERE profile = ?"), {profile}));
+        CallDatabase::exec(*db,
+                           SqlFragment(QStringLiteral("DELETE FROM smartlist WHERE profile = ?"), {profile}));
         tx.commit();
     } catch (const std::exception& e) {
         qCWarning(lcCalllist) << "deleteProfile" << e.what();
@@ -101,7 +108,8 @@ void TNCallinglist::createDefaultSmartList(int profile)
 void TNCallinglist::setLastDateForNewCallsForProfile(int profile)
 {
     const QVariant newest = m_db.scalarLogged(
-        SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = ? ORDER BY calldate DESC LIMIT 1"),
+        SqlFragment(QStringLiteral(
+                        "SELECT calldate FROM callinglist WHERE profile = ? ORDER BY calldate DESC LIMIT 1"),
                     {profile}),
         "setLastDateForNewCalls");
     QMutexLocker lock(&m_mutex);
@@ -139,9 +147,10 @@ qint64 TNCallinglist::newCallsMark(int profile)
 std::optional<QDateTime> TNCallinglist::getMarkerDate(int profile, Marker marker) const
 {
     const QVariant date = m_db.scalarLogged(
-        SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? ORDER BY "
-                                   "calldate DESC LIMIT 1"),
-                    {profile, int(marker)}),
+        SqlFragment(
+            QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? ORDER BY "
+                           "calldate DESC LIMIT 1"),
+            {profile, int(marker)}),
         "getMarkerDate");
     if (!date.isValid())
         return std::nullopt;
@@ -157,18 +166,21 @@ bool TNCallinglist::updateMarkerDate(int profile, Marker marker, const QDateTime
         SQLite::Transaction tx(*db);
         const qint64 t = when.toSecsSinceEpoch();
         const QVariant existing = CallDatabase::scalar(
-            *db, SqlFragment(QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? "
-                                            "ORDER BY calldate DESC LIMIT 1"),
-                             {profile, int(marker)}));
+            *db, SqlFragment(
+                     QStringLiteral("SELECT calldate FROM callinglist WHERE profile = -? AND callstate = ? "
+                                    "ORDER BY calldate DESC LIMIT 1"),
+                     {profile, int(marker)}));
         if (existing.isValid())
-            CallDatabase::exec(*db, SqlFragment(QStringLiteral("UPDATE callinglist SET calldate = ? WHERE profile = -? "
-                                                               "AND callstate = ?"),
-                                                {t, profile, int(marker)}));
+            CallDatabase::exec(
+                *db, SqlFragment(QStringLiteral("UPDATE callinglist SET calldate = ? WHERE profile = -? "
+                                                "AND callstate = ?"),
+                                 {t, profile, int(marker)}));
         else
-            CallDatabase::exec(*db, SqlFragment(QStringLiteral("INSERT INTO callinglist (profile, callstate, calldate, "
-                                                               "phonenumber, extension, line, duration) VALUES (-?, ?, "
-                                                               "?, '', '', '', '')"),
-                                                {profile, int(marker), t}));
+            CallDatabase::exec(
+                *db, SqlFragment(QStringLiteral("INSERT INTO callinglist (profile, callstate, calldate, "
+                                                "phonenumber, extension, line, duration) VALUES (-?, ?, "
+                                                "?, '', '', '', '')"),
+                                 {profile, int(marker), t}));
         tx.commit();
         return true;
     } catch (const std::exception& e) {
@@ -203,8 +215,9 @@ QStringList TNCallinglist::getLinesForProfile(int profile) const
 {
     QStringList lines;
     const auto rows = m_db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT line FROM callinglist WHERE callinglist.profile = ? GROUP BY line"),
-                    {profile}),
+        SqlFragment(
+            QStringLiteral("SELECT line FROM callinglist WHERE callinglist.profile = ? GROUP BY line"),
+            {profile}),
         "getLinesForProfile");
     for (const QVariantMap& r : rows)
         lines.append(r.value(QStringLiteral("line")).toString());
@@ -219,8 +232,9 @@ SqlFragment TNCallinglist::hiddenLineFilterForProfile(int profile) const
 
 qint64 TNCallinglist::getNewCallsCounterFromListForProfile(int profile)
 {
-    SqlFragment sql(QStringLiteral("SELECT count(rowid) as cnt FROM callinglist WHERE callinglist.profile = ?"),
-                    {profile});
+    SqlFragment sql(
+        QStringLiteral("SELECT count(rowid) as cnt FROM callinglist WHERE callinglist.profile = ?"),
+        {profile});
     sql.add(QStringLiteral(" AND calldate > ?"), {newCallsMark(profile)});
     sql.add(hiddenLineFilterForProfile(profile));
     return m_db.scalarLogged(sql, "getNewCallsCounter").toLongLong();
@@ -228,8 +242,9 @@ qint64 TNCallinglist::getNewCallsCounterFromListForProfile(int profile)
 
 void TNCallinglist::refreshCallsCounterForProfile(int profile)
 {
-    SqlFragment sql(QStringLiteral("SELECT count(rowid) as cnt, callstate FROM callinglist WHERE profile = ?"),
-                    {profile});
+    SqlFragment sql(
+        QStringLiteral("SELECT count(rowid) as cnt, callstate FROM callinglist WHERE profile = ?"),
+        {profile});
     sql.add(hiddenLineFilterForProfile(profile)).add(QStringLiteral(" GROUP BY callstate"));
     QList<qint64> counter{0, 0, 0};
     qint64 total = 0;
@@ -246,6 +261,21 @@ void TNCallinglist::refreshCallsCounterForProfile(int profile)
         counter.append(getSmartCallsCounterFromListForProfile(profile, id));
     QMutexLocker lock(&m_mutex);
     m_callsCounter = counter;
+}
+
+void TNCallinglist::refreshCallsCounter()
+{
+    const auto current = m_manager ? m_manager->currentPreferences() : nullptr;
+    if (!current)
+        return;
+    const int profile = current->activeProfileInt;
+    QPointer<TNCallinglist> self(this);
+    QThreadPool::globalInstance()->start([self, profile] {
+        if (!self)
+            return;
+        self->refreshCallsCounterForProfile(profile);
+        NotificationCenter::defaultCenter().post(Notifications::UPDATESIDETABLE, self.data());
+    });
 }
 
 QList<qint64> TNCallinglist::callsCounter() const
@@ -292,7 +322,8 @@ QList<CallRow> TNCallinglist::getCallerlistForProfile(int profile, int callState
     } else if (callState == ListQuery::SelectorNew) {
         sql.add(QStringLiteral(" AND calldate > ?"), {newCallsMark(profile)});
     } else if (callState >= ListQuery::SelectorFirstSmartList) {
-        if (const auto list = m_smart.getSmartListForProfile(profile, callState - ListQuery::SelectorFirstSmartList))
+        if (const auto list =
+                m_smart.getSmartListForProfile(profile, callState - ListQuery::SelectorFirstSmartList))
             sql.add(getConditionSearchStringForID(list->rowid));
     }
     sql.add(hiddenLineFilterForProfile(profile));
@@ -302,8 +333,9 @@ QList<CallRow> TNCallinglist::getCallerlistForProfile(int profile, int callState
     auto [storedColumn, storedAscending] = sortDescriptor();
     const QString column = orderBy.isEmpty() ? storedColumn : orderBy;
     const QString expr = ListQuery::sortExpression(column).value_or(QStringLiteral("callinglist.calldate"));
-    const bool ascending = orderDirection.isEmpty() ? (orderBy.isEmpty() && storedAscending)
-                                                    : orderDirection.compare(u"ASC", Qt::CaseInsensitive) == 0;
+    const bool ascending = orderDirection.isEmpty()
+                               ? (orderBy.isEmpty() && storedAscending)
+                               : orderDirection.compare(u"ASC", Qt::CaseInsensitive) == 0;
     // The caller cache holds one row per number, so the join cannot repeat a call and no
     // grouping by rowid is needed; rowid breaks ties for a stable order.
     sql.add(QStringLiteral(" ORDER BY ") + expr + u' ' + ListQuery::sortDirection(ascending) +
@@ -319,12 +351,14 @@ QList<CallRow> TNCallinglist::getCallerlistForProfile(int profile, int callState
     return rows;
 }
 
-QList<CallListEntry> TNCallinglist::callListEntriesForProfile(int profile, int callState, const QString& searchString,
-                                                             const QString& searchColumn, const QString& orderBy,
-                                                             const QString& orderDirection, int limit)
+QList<CallListEntry> TNCallinglist::callListEntriesForProfile(int profile, int callState,
+                                                              const QString& searchString,
+                                                              const QString& searchColumn,
+                                                              const QString& orderBy,
+                                                              const QString& orderDirection, int limit)
 {
-    const QList<CallRow> rows =
-        getCallerlistForProfile(profile, callState, searchString, searchColumn, orderBy, orderDirection, limit);
+    const QList<CallRow> rows = getCallerlistForProfile(profile, callState, searchString, searchColumn,
+                                                        orderBy, orderDirection, limit);
     {
         QMutexLocker lock(&m_mutex);
         m_currentListCounter = int(rows.size());
@@ -336,19 +370,21 @@ QVariantMap TNCallinglist::getLastRecentCallsForProfile(int profile, const QStri
 {
     const SqlFragment hidden = hiddenLineFilterForProfile(profile);
     auto recent = [&](int state) {
-        SqlFragment sql(QStringLiteral("SELECT callinglist.phonenumber AS phonenumber, COALESCE( caller.name,  '' ) AS "
-                                       "name, COALESCE( caller.abid,  '' ) AS abid, COALESCE( caller.label,  '' ) AS "
-                                       "label, MAX(callinglist.calldate) AS lastdate FROM callinglist LEFT JOIN caller "
-                                       "ON callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ? "
-                                       "AND callinglist.callstate = ? AND callinglist.phonenumber != ''"),
-                        {profile, state});
+        SqlFragment sql(
+            QStringLiteral("SELECT callinglist.phonenumber AS phonenumber, COALESCE( caller.name,  '' ) AS "
+                           "name, COALESCE( caller.abid,  '' ) AS abid, COALESCE( caller.label,  '' ) AS "
+                           "label, MAX(callinglist.calldate) AS lastdate FROM callinglist LEFT JOIN caller "
+                           "ON callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ? "
+                           "AND callinglist.callstate = ? AND callinglist.phonenumber != ''"),
+            {profile, state});
         if (!excludeCalls.isEmpty()) {
             QStringList marks;
             for (const QString& number : excludeCalls) {
                 marks.append(QStringLiteral("?"));
                 sql.args.append(number);
             }
-            sql.add(QStringLiteral(" AND callinglist.phonenumber NOT IN (") + marks.join(u',') + QStringLiteral(") "));
+            sql.add(QStringLiteral(" AND callinglist.phonenumber NOT IN (") + marks.join(u',') +
+                    QStringLiteral(") "));
         }
         sql.add(hidden);
         // The newest call of each number decides its place.
@@ -368,7 +404,8 @@ QVariantMap TNCallinglist::getLastRecentCallsForProfile(int profile, const QStri
 QStringList TNCallinglist::searchCallerNameForPhoneNumber(const QString& number) const
 {
     const auto rows = m_db.selectLogged(
-        SqlFragment(QStringLiteral("SELECT name, abid, label FROM caller WHERE phonenumber = ? LIMIT 1"), {number}),
+        SqlFragment(QStringLiteral("SELECT name, abid, label FROM caller WHERE phonenumber = ? LIMIT 1"),
+                    {number}),
         "searchCallerName");
     if (rows.isEmpty())
         return {};
@@ -414,9 +451,10 @@ bool TNCallinglist::deleteItemFromCallingListwithColumn(const QString& column, c
                                         QStringLiteral("duration")};
     if (!columns.contains(column))
         return false;
-    return m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE ") + column + QStringLiteral(" = ?"),
-                                        {value})},
-                           "deleteItemFromCallingList");
+    return m_db.execLogged(
+        {SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE ") + column + QStringLiteral(" = ?"),
+                     {value})},
+        "deleteItemFromCallingList");
 }
 
 bool TNCallinglist::deleteItemFromCallerwithID(qint64 rowid)
@@ -427,8 +465,8 @@ bool TNCallinglist::deleteItemFromCallerwithID(qint64 rowid)
 
 bool TNCallinglist::deleteItemFromCallerwithColumn(const QString& column, const QVariant& value)
 {
-    static const QStringList columns = {QStringLiteral("phonenumber"), QStringLiteral("name"), QStringLiteral("abid"),
-                                        QStringLiteral("label")};
+    static const QStringList columns = {QStringLiteral("phonenumber"), QStringLiteral("name"),
+                                        QStringLiteral("abid"), QStringLiteral("label")};
     if (!columns.contains(column))
         return false;
     return m_db.execLogged(
@@ -449,13 +487,15 @@ void TNCallinglist::deleteCallinglistForProfile(int profile, int activeProfile)
 
 qint64 TNCallinglist::getCallCounterStatisticForProfile(int profile, int month, int year, int callstate) const
 {
-    return CallStatistics::callCount(m_db, profile, month, year, callstate, hiddenLineFilterForProfile(profile));
+    return CallStatistics::callCount(m_db, profile, month, year, callstate,
+                                     hiddenLineFilterForProfile(profile));
 }
 
 CallStatistics::TimeSum TNCallinglist::getTimeCounterStatisticForProfile(int profile, int month, int year,
                                                                          int callstate) const
 {
-    return CallStatistics::talkTime(m_db, profile, month, year, callstate, hiddenLineFilterForProfile(profile));
+    return CallStatistics::talkTime(m_db, profile, month, year, callstate,
+                                    hiddenLineFilterForProfile(profile));
 }
 
 QStringList TNCallinglist::getYearsStatisticForProfile(int profile) const
@@ -492,16 +532,18 @@ SqlFragment TNCallinglist::getConditionSearchStringForID(qint64 id)
     const auto list = m_smart.smartListForID(id);
     if (!list)
         return {};
-    const QVariant profile = m_db.scalarLogged(
-        SqlFragment(QStringLiteral("SELECT profile FROM smartlist WHERE rowid = ?"), {id}), "smartListProfile");
+    const QVariant profile =
+        m_db.scalarLogged(SqlFragment(QStringLiteral("SELECT profile FROM smartlist WHERE rowid = ?"), {id}),
+                          "smartListProfile");
     return m_smart.getConditionSearchStringForID(id, smartContext(profile.toInt()));
 }
 
 qint64 TNCallinglist::getSmartCallsCounterFromListForProfile(int profile, qint64 conditionID)
 {
-    SqlFragment sql(QStringLiteral("SELECT count(callinglist.rowid) as cnt FROM callinglist LEFT JOIN caller ON "
-                                   "callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ?"),
-                    {profile});
+    SqlFragment sql(
+        QStringLiteral("SELECT count(callinglist.rowid) as cnt FROM callinglist LEFT JOIN caller ON "
+                       "callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ?"),
+        {profile});
     sql.add(m_smart.getConditionSearchStringForID(conditionID, smartContext(profile)));
     sql.add(hiddenLineFilterForProfile(profile));
     return m_db.scalarLogged(sql, "getSmartCallsCounter").toLongLong();
@@ -522,8 +564,8 @@ void TNCallinglist::setCallCounterForProfile(int profile, qint64 id)
 
 // --- memos ---
 
-qint64 TNCallinglist::setMemoForProfile(int profile, const QString& number, qint64 calldate, const QString& subject,
-                                        const QString& body)
+qint64 TNCallinglist::setMemoForProfile(int profile, const QString& number, qint64 calldate,
+                                        const QString& subject, const QString& body)
 {
     const qint64 id = m_memos.setMemoForProfile(profile, number, calldate, subject, body);
     if (id)
@@ -539,7 +581,8 @@ bool TNCallinglist::updateMemoWithID(qint64 id, const QString& subject, const QS
     return ok;
 }
 
-QList<Memo> TNCallinglist::searchMemosForProfile(int profile, const QString& text, const QString& column) const
+QList<Memo> TNCallinglist::searchMemosForProfile(int profile, const QString& text,
+                                                 const QString& column) const
 {
     return m_memos.searchMemosForProfile(profile, text, column,
                                          ListQuery::convertedSQLDateFormat(dateFormatForProfile(profile)));

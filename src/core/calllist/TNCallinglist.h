@@ -82,6 +82,9 @@ public:
     // Counters.
     void refreshCallsCounterForProfile(int profile);
     QList<qint64> callsCounter() const;
+    // Recomputes the counters of the current location on a pool thread, then posts
+    // "UPDATESIDETABLE".
+    void refreshCallsCounter();
     qint64 getNewCallsCounterFromListForProfile(int profile);
     QStringList getLinesForProfile(int profile) const;
     SqlFragment hiddenLineFilterForProfile(int profile) const;
@@ -106,7 +109,8 @@ public:
 
     // Caller cache: [abid, name, label] or empty.
     QStringList searchCallerNameForPhoneNumber(const QString& number) const;
-    bool insertCallerWithName(const QString& name, const QString& number, const QString& abid, const QString& label);
+    bool insertCallerWithName(const QString& name, const QString& number, const QString& abid,
+                              const QString& label);
     void resetCallerNamesForNumber(const QString& number);
 
     // Inserts (the journal import and tests); a batch shares one transaction.
@@ -124,12 +128,14 @@ public:
 
     // Statistics (month, year 0 = any; callstate 0 = all).
     qint64 getCallCounterStatisticForProfile(int profile, int month, int year, int callstate) const;
-    CallStatistics::TimeSum getTimeCounterStatisticForProfile(int profile, int month, int year, int callstate) const;
+    CallStatistics::TimeSum getTimeCounterStatisticForProfile(int profile, int month, int year,
+                                                              int callstate) const;
     QStringList getYearsStatisticForProfile(int profile) const;
 
     // Smart lists.
     SmartListStore& smartLists() { return m_smart; }
-    qint64 insertSmartListForProfile(int profile, const QString& name, const QList<SmartCondition>& conditions);
+    qint64 insertSmartListForProfile(int profile, const QString& name,
+                                     const QList<SmartCondition>& conditions);
     bool updateSmartListForProfile(int profile, const QString& name, const QList<SmartCondition>& conditions,
                                    qint64 id);
     bool deleteSmartListForID(qint64 id);
