@@ -9,9 +9,12 @@
 
 #include <QFile>
 #include <QSet>
+#include <QThreadPool>
 #include <QtTest>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+
+#include <ctime>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -46,6 +49,8 @@ private slots:
     void profileNumbers();
     void batchSkipsFailingRowAlone();
     void migratesFirstFileFormat();
+    void shownDateMatchesStrftime_data();
+    void shownDateMatchesStrftime();
 };
 
 void TestCallinglist::counters_data()
@@ -528,6 +533,43 @@ void TestCallinglist::migratesFirstFileFormat()
 
     TNCallinglist again(path); // a second start leaves the data alone
     QCOMPARE(again.getCallerlistForProfile(1, 0, {}, {}, {}, {}, 0).size(), 1);
+}
+
+void TestCallinglist::shownDateMatchesStrftime_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::newRow("UTC") << QByteArray("UTC");
+    QTest::newRow("Berlin, DST at 2:00") << QByteArray("Europe/Berlin");
+    QTest::newRow("New York") << QByteArray("America/New_York");
+    QTest::newRow("Lord Howe, half-hour DST") << QByteArray("Australia/Lord_Howe");
+    QTest::newRow("Kathmandu, +5:45") << QByteArray("Asia/Kathmandu");
+}
+
+void TestCallinglist::shownDateMatchesStrftime()
+{
+    QFETCH(QByteArray, zone);
+    const QByteArray saved = qgetenv("TZ");
+    qputenv("TZ", zone);
+    tzset();
+    QTemporaryDir dir;
+    CallDatabase db(dir.filePath(QStringLiteral("t.db")));
+    QVERIFY(db.initialize());
+    // Every 7 min 37 s through 2026 and the first days of 1970 (SQLite guesses earlier offsets), in the date
+    // search's own form.
+    const QString sql = QStringLiteral(
+        "WITH RECURSIVE t(v) AS (SELECT ? UNION ALL SELECT v + 457 FROM t WHERE v < ?) "
+        "SELECT count(*) FROM t WHERE tn_localtime(?, v) != STRFTIME(?, v, 'unixepoch', 'localtime')");
+    const QString format = ListQuery::convertedSQLDateFormat(QStringLiteral("dd.MM.yyyy HH:mm:ss '%'"));
+    for (const auto& [from, to] : {std::pair<qint64, qint64>{1767139200, 1798761600}, {0, 180000}}) {
+        const QVariant mismatches =
+            db.scalarLogged(SqlFragment(sql, {from, to, format, format}), "shownDateMatchesStrftime");
+        QCOMPARE(mismatches.toInt(), 0);
+    }
+    if (saved.isNull())
+        qunsetenv("TZ");
+    else
+        qputenv("TZ", saved);
+    tzset();
 }
 
 QTEST_GUILESS_MAIN(TestCallinglist)

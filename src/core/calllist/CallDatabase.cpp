@@ -1,6 +1,7 @@
 #include "calllist/CallDatabase.h"
 
 #include "app/Logging.h"
+#include "calllist/LocalTimeFunction.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -99,6 +100,7 @@ std::unique_ptr<SQLite::Database> CallDatabase::open() const
             m_path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, BusyTimeoutMs);
         // WAL is a property of the file; synchronous is per connection and NORMAL is safe with WAL.
         db->exec("PRAGMA synchronous = NORMAL");
+        LocalTimeFunction::registerOn(*db);
         return db;
     } catch (const std::exception& e) {
         qCWarning(lcCalllist) << "Could not open db." << e.what();

@@ -1,5 +1,7 @@
 #include "calllist/ListQueryBuilder.h"
 
+#include "calllist/LocalTimeFunction.h"
+
 #include <QVariantMap>
 
 namespace ListQuery {
@@ -52,10 +54,23 @@ QString sortDirection(bool ascending)
     return ascending ? QStringLiteral("ASC") : QStringLiteral("DESC");
 }
 
+namespace {
+
+// The shown date of a call as text.
+SqlFragment shownDate(const QString& sqlDateFormat)
+{
+    if (LocalTimeFunction::supports(sqlDateFormat))
+        return SqlFragment(QLatin1String(LocalTimeFunction::Name) + QStringLiteral("(?,calldate)"),
+                           {sqlDateFormat});
+    return SqlFragment(QStringLiteral("STRFTIME(?,calldate,'unixepoch','localtime')"), {sqlDateFormat});
+}
+
+} // namespace
+
 std::optional<SqlFragment> searchColumnExpression(const QString& identifier, const QString& sqlDateFormat)
 {
     if (identifier == u"date")
-        return SqlFragment(QStringLiteral("STRFTIME(?,calldate,'unixepoch','localtime')"), {sqlDateFormat});
+        return shownDate(sqlDateFormat);
     static const QList<std::pair<QString, QString>> table = {
         {QStringLiteral("name"), QStringLiteral("caller.name")},
         {QStringLiteral("number"), QStringLiteral("callinglist.phonenumber")},
@@ -121,8 +136,7 @@ SqlFragment searchFragment(const QString& text, const QString& column, const QSt
     sql.add(QStringLiteral(" OR callinglist.line") + like, {value});
     sql.add(QStringLiteral(" OR ") + nameMatches(like), {value});
     if (dateCouldContain(text, sqlDateFormat))
-        sql.add(QStringLiteral(" OR STRFTIME(?,calldate,'unixepoch','localtime')") + like,
-                {sqlDateFormat, value});
+        sql.add(QStringLiteral(" OR ")).add(shownDate(sqlDateFormat)).add(like, {value});
     sql.add(QStringLiteral(" ) "));
     return sql;
 }
