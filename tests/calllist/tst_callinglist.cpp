@@ -46,6 +46,10 @@ private slots:
     void recentCalls();
     void callerCache();
     void deleteProfileRemovesConditionsBeforeLists();
+    void deleteCallinglistKeepsMarkersAndLists();
+    void memoSearch_data();
+    void memoSearch();
+    void memosPostReload();
     void profileNumbers();
     void batchSkipsFailingRowAlone();
     void migratesFirstFileFormat();
@@ -460,6 +464,97 @@ void TestCallinglist::deleteProfileRemovesConditionsBeforeLists()
     QCOMPARE(f.calls->smartLists().getAllSmartListIDsForProfile(keep).size(), 1);
     QCOMPARE(f.calls->getCallerlistForProfile(keep, 0, {}, {}, {}, {}, 0).size(), 1);
     QVERIFY(f.calls->memos().getDetailMemoWithID(memo)); // memos stay
+}
+
+void TestCallinglist::deleteCallinglistKeepsMarkersAndLists()
+{
+    CalllistFixture f;
+    const int p = f.addLocation();
+    const int other = f.addLocation();
+    f.call(p, 1, at(2026, 3, 1), QStringLiteral("01"), QStringLiteral("5550001"));
+    f.call(p, 2, at(2026, 3, 2), QStringLiteral("02"), QStringLiteral("5550002"));
+    f.call(other, 1, at(2026, 3, 2));
+    f.calls->updateLastDateForVoicemailForProfile(p);
+    QCOMPARE(f.calls->getLinesForProfile(p),
+             (QStringList{QStringLiteral("5550001"), QStringLiteral("5550002")}));
+    f.calls->refreshCallsCounterForProfile(p);
+    QCOMPARE(f.calls->callsCounter().value(TNCallinglist::CounterAll), 2);
+
+    QObject context;
+    QStringList posted;
+    NotificationCenter::defaultCenter().addObserver(&context, {}, [&](const Notification& n) {
+        if (n.object == f.calls.get())
+            posted.append(n.name);
+    });
+    f.calls->deleteCallinglistForProfile(p, p);
+    QCOMPARE(posted, (QStringList{Notifications::RELOADCOUNTER, Notifications::GETNEWCALLERLIST}));
+    QCOMPARE(f.calls->callsCounter().value(TNCallinglist::CounterAll), 0);
+    QVERIFY(f.calls->getLastDateForVoicemailForProfile(p));
+    QCOMPARE(f.calls->smartLists().smartListsForProfile(p).size(), 1);
+    QCOMPARE(f.calls->getCallerlistForProfile(other, 0, {}, {}, {}, {}, 0).size(), 1);
+}
+
+void TestCallinglist::memoSearch_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QStringList>("expected"); // subjects, oldest call first
+
+    QTest::newRow("all columns: number") << u"0301"_s << u""_s << QStringList{u"Angebot"_s};
+    QTest::newRow("all columns: cached name with apostrophe")
+        << u"o'brien"_s << u""_s << QStringList{u"Angebot"_s};
+    QTest::newRow("all columns: body") << u"Rückruf"_s << u""_s << QStringList{u"Termin"_s};
+    QTest::newRow("all columns: shown date") << u"02.03.2026"_s << u""_s << QStringList{u"Termin"_s};
+    QTest::newRow("subject only") << u"Termin"_s << u"subject"_s << QStringList{u"Termin"_s};
+    QTest::newRow("body only misses the subject") << u"Termin"_s << u"body"_s << QStringList{};
+    QTest::newRow("name only") << u"Brien"_s << u"name"_s << QStringList{u"Angebot"_s};
+    QTest::newRow("date only") << u"01.03.2026"_s << u"date"_s << QStringList{u"Angebot"_s};
+    QTest::newRow("empty text lists all") << u""_s << u""_s << QStringList{u"Angebot"_s, u"Termin"_s};
+    QTest::newRow("unknown column finds nothing") << u"Termin"_s << u"calldate; --"_s << QStringList{};
+}
+
+void TestCallinglist::memoSearch()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, column);
+    QFETCH(QStringList, expected);
+    CalllistFixture f;
+    const int p = f.addLocation();
+    f.calls->insertCallerWithName(u"Pat O'Brien"_s, u"030111"_s, {}, {});
+    f.calls->setMemoForProfile(p, u"0170999"_s, at(2026, 3, 2).toSecsSinceEpoch(), u"Termin"_s,
+                               u"Rückruf morgen"_s);
+    f.calls->setMemoForProfile(p, u"030111"_s, at(2026, 3, 1).toSecsSinceEpoch(), u"Angebot"_s,
+                               u"schicken"_s);
+    f.calls->setMemoForProfile(f.addLocation(), u"030111"_s, at(2026, 3, 1).toSecsSinceEpoch(), u"Termin"_s,
+                               {});
+
+    QStringList got;
+    for (const Memo& m : f.calls->searchMemosForProfile(p, text, column))
+        got.append(m.subject);
+    QCOMPARE(got, expected);
+}
+
+void TestCallinglist::memosPostReload()
+{
+    CalllistFixture f;
+    const int p = f.addLocation();
+    QObject context;
+    int reloads = 0;
+    NotificationCenter::defaultCenter().addObserver(&context, Notifications::RELOADMEMOS,
+                                                    [&](const Notification&) { ++reloads; });
+    const qint64 id = f.calls->setMemoForProfile(p, u"0999"_s, 1000, u"s"_s, u"b"_s);
+    QVERIFY(id > 0);
+    QVERIFY(f.calls->updateMemoWithID(id, u"new subject"_s, u"new body"_s));
+    QVERIFY(!f.calls->updateMemoWithID(id + 100, u"x"_s, u"y"_s));
+    QCOMPARE(reloads, 2);
+    const auto memo = f.calls->memos().getDetailMemoWithID(id);
+    QVERIFY(memo);
+    QCOMPARE(memo->subject, u"new subject"_s);
+    QCOMPARE(memo->body, u"new body"_s);
+    QCOMPARE(memo->name, QString()); // no cached name
+    QCOMPARE(memo->category, 0);
+    QVERIFY(f.calls->memos().deleteMemoWithID(id));
+    QVERIFY(!f.calls->memos().getDetailMemoWithID(id));
 }
 
 void TestCallinglist::profileNumbers()
