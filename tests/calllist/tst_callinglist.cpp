@@ -475,6 +475,13 @@ void TestCallinglist::deleteCallinglistKeepsMarkersAndLists()
     f.call(p, 2, at(2026, 3, 2), QStringLiteral("02"), QStringLiteral("5550002"));
     f.call(other, 1, at(2026, 3, 2));
     f.calls->updateLastDateForVoicemailForProfile(p);
+    QCOMPARE(f.calls->newestCallDateForProfile(p), at(2026, 3, 2).toSecsSinceEpoch());
+    QVERIFY(!f.calls->newestCallDateForProfile(p + 100));
+    // The age limit (now is 2026-03-15 12:00): 14 days keep the call of 03-02 10:00 only.
+    QVERIFY(f.calls->deleteCallsOlderThanDays(p, 14));
+    QCOMPARE(f.calls->getCallerlistForProfile(p, 0, {}, {}, {}, {}, 0).size(), 1);
+    QVERIFY(f.calls->getLastDateForVoicemailForProfile(p));
+    f.call(p, 1, at(2026, 3, 1), QStringLiteral("01"), QStringLiteral("5550001"));
     QCOMPARE(f.calls->getLinesForProfile(p),
              (QStringList{QStringLiteral("5550001"), QStringLiteral("5550002")}));
     f.calls->refreshCallsCounterForProfile(p);

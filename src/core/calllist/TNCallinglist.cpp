@@ -311,6 +311,29 @@ void TNCallinglist::resetCallerNamesForNumber(const QString& number)
     NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST, this);
 }
 
+std::optional<qint64> TNCallinglist::newestCallDateForProfile(int profile) const
+{
+    const QVariant newest = m_db.scalarLogged(
+        SqlFragment(QStringLiteral(
+                        "SELECT calldate FROM callinglist WHERE profile = ? ORDER BY calldate DESC LIMIT 1"),
+                    {profile}),
+        "newestCallDate");
+    if (!newest.isValid())
+        return std::nullopt;
+    return newest.toLongLong();
+}
+
+bool TNCallinglist::deleteCallsOlderThanDays(int profile, int days)
+{
+    if (days < 1)
+        return false;
+    const qint64 limit = now().toSecsSinceEpoch() - qint64(days) * 86400;
+    return m_db.execLogged(
+        {SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ? AND calldate < ?"),
+                     {profile, limit})},
+        "deleteCallsOlderThanDays");
+}
+
 qint64 TNCallinglist::insertCall(const NewCall& call)
 {
     CallBatch batch(m_db);

@@ -113,6 +113,11 @@ public:
                               const QString& label);
     void resetCallerNamesForNumber(const QString& number);
 
+    // For the journal import: the newest stored call of a profile, and the age limit (calls
+    // older than the given days go; marker rows stay).
+    std::optional<qint64> newestCallDateForProfile(int profile) const;
+    bool deleteCallsOlderThanDays(int profile, int days);
+
     // Inserts (the journal import and tests); a batch shares one transaction.
     qint64 insertCall(const NewCall& call);
     CallBatch beginBatch() const { return CallBatch(m_db); }
