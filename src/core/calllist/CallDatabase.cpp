@@ -202,6 +202,32 @@ QList<QVariantMap> CallDatabase::selectLogged(const SqlFragment& sql, const char
     }
 }
 
+CallDatabase::Table CallDatabase::selectTableLogged(const SqlFragment& sql, const char* what) const
+{
+    Table table;
+    auto db = open();
+    if (!db)
+        return table;
+    try {
+        SQLite::Statement stmt(*db, sql.text.toStdString());
+        bindAll(stmt, sql.args);
+        const int columns = stmt.getColumnCount();
+        for (int i = 0; i < columns; ++i)
+            table.columns.append(QString::fromUtf8(stmt.getColumnName(i)));
+        while (stmt.executeStep()) {
+            QVariantList row;
+            row.reserve(columns);
+            for (int i = 0; i < columns; ++i)
+                row.append(columnValue(stmt.getColumn(i)));
+            table.rows.append(std::move(row));
+        }
+    } catch (const std::exception& e) {
+        qCWarning(lcCalllist) << what << e.what();
+        return {};
+    }
+    return table;
+}
+
 QVariant CallDatabase::scalarLogged(const SqlFragment& sql, const char* what) const
 {
     auto db = open();

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <memory>
@@ -41,6 +42,13 @@ public:
 
     // One connection per call, errors logged: the list, or empty when anything failed.
     QList<QVariantMap> selectLogged(const SqlFragment& sql, const char* what) const;
+    // The same as rows of values in column order, cheaper for long lists.
+    struct Table
+    {
+        QStringList columns;
+        QList<QVariantList> rows;
+    };
+    Table selectTableLogged(const SqlFragment& sql, const char* what) const;
     QVariant scalarLogged(const SqlFragment& sql, const char* what) const;
     // Runs the statements in one transaction; false (logged) on failure, nothing is changed then.
     bool execLogged(std::initializer_list<SqlFragment> statements, const char* what) const;

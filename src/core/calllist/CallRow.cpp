@@ -20,6 +20,36 @@ CallRow CallRow::fromRecord(const QVariantMap& r)
     return row;
 }
 
+QList<CallRow> CallRow::fromTable(const QStringList& columns, const QList<QVariantList>& rows)
+{
+    auto index = [&](const char* name) { return columns.indexOf(QLatin1String(name)); };
+    const qsizetype iRowid = index("rowid"), iProfile = index("profile"), iState = index("callstate"),
+                    iDate = index("calldate"), iNumber = index("phonenumber"),
+                    iExtension = index("extension"), iLine = index("line"), iDuration = index("duration"),
+                    iName = index("name"), iAbid = index("abid"), iLabel = index("label");
+    auto at = [](const QVariantList& row, qsizetype i) {
+        return i >= 0 && i < row.size() ? row[i] : QVariant();
+    };
+    QList<CallRow> out;
+    out.reserve(rows.size());
+    for (const QVariantList& r : rows) {
+        CallRow row;
+        row.rowid = at(r, iRowid).toLongLong();
+        row.profile = at(r, iProfile).toInt();
+        row.callstate = at(r, iState).toInt();
+        row.calldate = at(r, iDate).toLongLong();
+        row.phonenumber = at(r, iNumber).toString();
+        row.extension = at(r, iExtension).toString();
+        row.line = at(r, iLine).toString();
+        row.duration = at(r, iDuration).toString();
+        row.name = at(r, iName).toString();
+        row.abid = at(r, iAbid).toString();
+        row.label = at(r, iLabel).toString();
+        out.append(std::move(row));
+    }
+    return out;
+}
+
 QVariantMap CallRow::toVariantMap() const
 {
     return {

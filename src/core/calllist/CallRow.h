@@ -21,6 +21,8 @@ struct CallRow
     QString label;
 
     static CallRow fromRecord(const QVariantMap& record);
+    // A row of values whose names are columns (as a query returns them).
+    static QList<CallRow> fromTable(const QStringList& columns, const QList<QVariantList>& rows);
     // Keyed by the column names "rowid", "profile", "callstate", ... "label".
     QVariantMap toVariantMap() const;
     QDateTime dateTime() const { return QDateTime::fromSecsSinceEpoch(calldate); }

@@ -67,12 +67,8 @@ QList<CallRow> TNCallinglist::getCallerlistForProfile(int profile, int callState
     if (limit > 0)
         sql.add(QStringLiteral(" LIMIT ?"), {limit});
 
-    QList<CallRow> rows;
-    const auto records = m_db.selectLogged(sql, "getCallerlist");
-    rows.reserve(records.size());
-    for (const QVariantMap& r : records)
-        rows.append(CallRow::fromRecord(r));
-    return rows;
+    const CallDatabase::Table table = m_db.selectTableLogged(sql, "getCallerlist");
+    return CallRow::fromTable(table.columns, table.rows);
 }
 
 QList<CallListEntry> TNCallinglist::callListEntriesForProfile(int profile, int callState,
@@ -122,4 +118,3 @@ QVariantMap TNCallinglist::getLastRecentCallsForProfile(int profile, const QStri
     };
     return {{QStringLiteral("in"), recent(1)}, {QStringLiteral("missed"), recent(2)}};
 }
-
