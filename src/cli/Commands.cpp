@@ -6,6 +6,9 @@
 #include "commands/VoicemailCommand.h"
 #include "commands/LookupCommand.h"
 #include "commands/NumberCommand.h"
+#include "commands/CallsCommand.h"
+#include "commands/MemoCommand.h"
+#include "commands/SmartlistCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -16,5 +19,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<DiscoverCommand>());
     commands.push_back(std::make_unique<NumberCommand>());
     commands.push_back(std::make_unique<LookupCommand>());
+    commands.push_back(std::make_unique<CallsCommand>());
+    commands.push_back(std::make_unique<MemoCommand>());
+    commands.push_back(std::make_unique<SmartlistCommand>());
     return commands;
 }

@@ -3,6 +3,7 @@
 #include "app/SecretStore.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
+#include "calllist/TNCallinglist.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
     : m_paths(std::move(paths)), m_secretsKind(std::move(secretsKind))
@@ -13,6 +14,8 @@ AppEnvironment::~AppEnvironment()
 {
     if (TNPreferencesManager::sharedManager() == m_manager.get())
         TNPreferencesManager::setSharedManager(nullptr);
+    if (TNCallinglist::sharedInstance() == m_callinglist.get())
+        TNCallinglist::setSharedInstance(nullptr);
     if (SettingsStore::standard() == m_settings.get())
         SettingsStore::setStandard(nullptr);
 }
@@ -43,7 +46,17 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_corrupt = false;
     }
     SettingsStore::setStandard(m_settings.get());
-    m_manager = std::make_unique<TNPreferencesManager>(*m_settings, *m_secrets);
+    if (!m_callinglist) {
+        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile());
+        if (!m_callinglist->isValid())
+            m_callinglist.reset();
+    }
+    m_manager = std::make_unique<TNPreferencesManager>(*m_settings, *m_secrets, m_callinglist.get());
+    if (m_callinglist) {
+        m_callinglist->setPreferencesManager(m_manager.get());
+        m_callinglist->setSettingsStore(m_settings.get());
+        TNCallinglist::setSharedInstance(m_callinglist.get());
+    }
     TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
     return true;

@@ -9,6 +9,7 @@
 class SettingsStore;
 class SecretStore;
 class TNPreferencesManager;
+class TNCallinglist;
 
 // The composition root shared by the tray application and the command line: paths, settings,
 // passwords and the locations, installed as the process-wide instances.
@@ -29,6 +30,8 @@ public:
     SettingsStore& settings() const { return *m_settings; }
     SecretStore& secrets() const { return *m_secrets; }
     TNPreferencesManager& manager() const { return *m_manager; }
+    // Null when the call database cannot be opened.
+    TNCallinglist* callinglist() const { return m_callinglist.get(); }
 
 private:
     AppPaths m_paths;
@@ -37,5 +40,6 @@ private:
     QString m_corruptCopy;
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<SecretStore> m_secrets;
+    std::unique_ptr<TNCallinglist> m_callinglist;
     std::unique_ptr<TNPreferencesManager> m_manager;
 };

@@ -35,6 +35,7 @@ const std::vector<GlobalKeyDef>& globalKeyTable()
         {keys::UpdateDateReverseSearch, SettingType::Date, QVariant()},
         {keys::Version, SettingType::String, QString()},
         {keys::ReverseSearchUpdateURL, SettingType::String, QString()},
+        {keys::CallinglistSortOrdering, SettingType::Array, QVariantList()},
     };
     return table;
 }

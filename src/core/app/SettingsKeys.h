@@ -39,6 +39,8 @@ inline const QString UpdateDateReverseSearch = QStringLiteral("UpdateDateReverse
 inline const QString Version = QStringLiteral("Version");
 // Where the reverse-lookup definitions are downloaded from.
 inline const QString ReverseSearchUpdateURL = QStringLiteral("ReverseSearchUpdateURL");
+// The call list's sort: [column identifier, ascending 1/0].
+inline const QString CallinglistSortOrdering = QStringLiteral("NSTableView Sort Ordering CallinglistTable");
 
 // Location keys.
 inline const QString Profile = QStringLiteral("Profile");
