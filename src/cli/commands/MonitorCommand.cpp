@@ -39,7 +39,11 @@ QVariantMap jsonRecord(const QString& event, const CallRecord& record, const std
     for (const char* key : {"dateStart", "dateEnd"}) {
         const QString k = QString::fromLatin1(key);
         if (map.contains(k))
-            map.insert(k, map.value(k).toDateTime().toString(Qt::ISODate));
+        {
+            // With the offset, so a reader in another time zone gets the same instant.
+            const QDateTime t = map.value(k).toDateTime();
+            map.insert(k, t.toOffsetFromUtc(t.offsetFromUtc()).toString(Qt::ISODate));
+        }
     }
     map.insert(QStringLiteral("event"), event);
     if (note)
