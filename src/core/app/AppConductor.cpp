@@ -7,6 +7,7 @@
 #include "app/NotificationNames.h"
 #include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
+#include "app/SleepWatcher.h"
 #include "app/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
 
@@ -106,6 +107,12 @@ void AppConductor::handleWakeUp()
     m_asleep = false;
     checkInternetConnection();
     m_statusTimer.start();
+}
+
+void AppConductor::attachSleepWatcher(SleepWatcher& watcher)
+{
+    connect(&watcher, &SleepWatcher::aboutToSleep, this, &AppConductor::prepareSleep);
+    connect(&watcher, &SleepWatcher::wokeUp, this, &AppConductor::handleWakeUp);
 }
 
 void AppConductor::checkWLANStatus()

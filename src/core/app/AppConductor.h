@@ -9,6 +9,7 @@
 #include <functional>
 
 class NetworkReachability;
+class SleepWatcher;
 class SettingsStore;
 class StreamListener;
 class TNPreferencesManager;
@@ -39,6 +40,8 @@ public:
     void prepareSleep();
     void handleWakeUp();
     void checkWLANStatus();
+    // Sleep and wake of the machine drive prepareSleep and handleWakeUp.
+    void attachSleepWatcher(SleepWatcher& watcher);
 
     // The menu's call monitor switch: stores "CallMonitor" for the current location only and
     // returns the new state (the check mark).
