@@ -54,9 +54,9 @@ QVariantMap jsonRecord(const QString& event, const CallRecord& record, const std
     return map;
 }
 
-QString textLine(const QString& event, const CallRecord& r)
+QString textLine(const QString& event, const CallRecord& r, const QStringList& fields)
 {
-    QString text = QStringLiteral("%1 %2 conn %3").arg(r.calltime, event.leftJustified(10), r.connID);
+    QString text = QStringLiteral("%1 %2 conn %3").arg(fields.value(0), event.leftJustified(10), fields.value(2));
     if (!r.number.isEmpty() || event == u"RING" || event == u"CALL")
         text += QStringLiteral(" number %1").arg(r.number.isEmpty() ? QStringLiteral("(withheld)") : r.number);
     if (!r.line.isEmpty())
@@ -70,7 +70,7 @@ QString textLine(const QString& event, const CallRecord& r)
             text += QStringLiteral(" %1").arg(QString::fromLatin1(types[r.calltype]));
     }
     if (!r.UID.isEmpty() && !r.showCall)
-        text += QStringLiteral(" (hidden)");
+        text += QStringLiteral(" (filtered)");
     return text;
 }
 
@@ -105,18 +105,17 @@ void MonitorCommand::run(CliContext& ctx)
     int events = 0;
     bool everConnected = false;
     QObject::connect(&listener, &StreamListener::lineProcessed, &loop,
-                     [&](const QString& event, const CallRecord& record, bool) {
+                     [&](const QString& event, const CallRecord& record, bool, const QStringList& fields) {
                          if (ctx.json) {
                              ctx.out() << QJsonDocument(QJsonObject::fromVariantMap(jsonRecord(event, record, printed.pending)))
                                               .toJson(QJsonDocument::Compact)
                                        << "\n";
                          } else {
-                             ctx.out() << textLine(event, record) << "\n";
+                             ctx.out() << textLine(event, record, fields) << "\n";
                              if (printed.pending) {
-                                 QString body = printed.pending->body;
-                                 body.replace(u'\n', QStringLiteral(" | "));
-                                 ctx.out() << "    " << printed.pending->title << ": " << printed.pending->subtitle
-                                           << " | " << body << "\n";
+                                 QStringList parts{printed.pending->title + QStringLiteral(": ") + printed.pending->subtitle};
+                                 parts += printed.pending->body.split(u'\n', Qt::SkipEmptyParts);
+                                 ctx.out() << "    " << parts.join(QStringLiteral(" | ")) << "\n";
                              }
                          }
                          ctx.out().flush();

@@ -33,6 +33,18 @@ void AppConductor::setBackoff(ReconnectBackoff backoff)
     m_reconnector.setBackoff(backoff);
 }
 
+void AppConductor::writeFirstStartDefaults(SettingsStore& store)
+{
+    const std::pair<QString, QVariant> defaults[] = {{keys::OutgoingCalls, QVariantList()},
+                                                     {keys::MonitorAlwaysOnTop, true},
+                                                     {keys::MonitorOpenExternCalls, true},
+                                                     {keys::SelCLGrp, 3}};
+    for (const auto& [key, value] : defaults)
+        if (!store.contains(key))
+            store.setValue(key, value);
+    store.sync();
+}
+
 bool AppConductor::hasCurrentLocation() const
 {
     return m_manager.store().contains(keys::CurrentLocation) && m_manager.currentPreferences();

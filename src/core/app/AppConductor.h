@@ -34,6 +34,10 @@ public:
     void setStatusIntervalMs(int ms) { m_statusTimer.setInterval(ms); }
     void setBackoff(ReconnectBackoff backoff);
 
+    // What the first start writes besides the setup: "OutgoingCalls" empty, "monitorAlwaysOnTop"
+    // and "monitorOpenExternCalls" true, "SelCLGrp" 3 (keys already present are kept).
+    static void writeFirstStartDefaults(SettingsStore& store);
+
     void activateSettingsAndCallMonitor();
     void activateCallMonitor();
     void checkInternetConnection();

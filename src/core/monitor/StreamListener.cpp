@@ -213,7 +213,7 @@ void StreamListener::processLine(const QByteArray& bytes)
         else
             touched.duration = line.field(3);
     }
-    emit lineProcessed(line.eventWord(), touched, hasRecord);
+    emit lineProcessed(line.eventWord(), touched, hasRecord, line.fields);
 }
 
 bool StreamListener::handleRing(const MonitorLine& line, CallRecord* touched)

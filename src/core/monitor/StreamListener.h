@@ -97,7 +97,8 @@ signals:
     void connectedChanged(bool connected);
     // After each event line: the event word and the record it touched (or the one it would have
     // made, for a filtered call); hasRecord false when the line named an unknown connection.
-    void lineProcessed(const QString& event, const CallRecord& record, bool hasRecord);
+    // fields are the line's own fields (time stamp first).
+    void lineProcessed(const QString& event, const CallRecord& record, bool hasRecord, const QStringList& fields);
     // The socket failed or the router closed it.
     void connectionLost(const QString& reason);
 
