@@ -93,7 +93,7 @@ void AppConductor::checkInternetConnection()
     if (m_asleep || !hasCurrentLocation())
         return;
     const auto prefs = m_manager.currentPreferences();
-    if (!prefs->useCallmonitor || m_listener.isConnected() || prefs->hostName.isEmpty())
+    if (!prefs->useCallmonitor || m_listener.isConnected() || m_listener.isConnecting() || prefs->hostName.isEmpty())
         return;
     if (m_reachability && !m_reachability->isReachable(prefs->hostName)) {
         qCInfo(lcApp) << "Router not reachable; the call monitor waits for the network";

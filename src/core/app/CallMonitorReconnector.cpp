@@ -8,7 +8,7 @@ CallMonitorReconnector::CallMonitorReconnector(StreamListener& listener, Reconne
 {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, [this] {
-        if (m_active && !m_listener.isConnected())
+        if (m_active && !m_listener.isConnected() && !m_listener.isConnecting())
             m_listener.connectToHost(m_host, m_port);
     });
     connect(&m_listener, &StreamListener::connectionLost, this, &CallMonitorReconnector::onLost);

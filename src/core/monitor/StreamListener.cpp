@@ -84,12 +84,8 @@ void StreamListener::post(const QString& name)
 
 void StreamListener::connectToHost(const QString& hostName, quint16 port)
 {
-    if (m_socket) {
-        m_socket->disconnect(this);
-        m_socket->abort();
-        m_socket->deleteLater();
-    }
-    m_buffer.clear();
+    if (m_socket)
+        disconnectFromHost(); // one stream at a time: the old one ends properly first
     m_socket = new QTcpSocket(this);
     connect(m_socket, &QTcpSocket::connected, this, &StreamListener::onConnected);
     connect(m_socket, &QTcpSocket::readyRead, this, &StreamListener::onReadyRead);

@@ -63,6 +63,8 @@ public:
     void connectToHost(const QString& hostName, quint16 port = 1012);
     void disconnectFromHost();
     bool isConnected() const { return m_connected; }
+    // A connection attempt is under way.
+    bool isConnecting() const { return m_socket && !m_connected; }
 
     // Bytes as read from the socket; public so tests and benchmarks can feed the parser directly.
     void processBytes(const QByteArray& bytes);
