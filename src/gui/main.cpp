@@ -1,6 +1,7 @@
 #include "app/AppEnvironment.h"
 #include "app/Localization.h"
 #include "app/TNPreferencesManager.h"
+#include "TrayCallMonitor.h"
 
 #include <QAction>
 #include <QApplication>
@@ -37,6 +38,9 @@ int main(int argc, char** argv)
     tray.setToolTip(configured ? QStringLiteral("Tondrel – %1").arg(env.manager().currentPreferences()->locationName)
                                : QStringLiteral("Tondrel"));
     QMenu menu;
+    QAction* callMonitor = menu.addAction(QObject::tr("Call monitor"));
+    TrayCallMonitor monitor(env, tray, *callMonitor);
+    menu.addSeparator();
     QAction* quit = menu.addAction(QObject::tr("Quit Tondrel"));
     QObject::connect(quit, &QAction::triggered, &app, &QApplication::quit);
     tray.setContextMenu(&menu);
