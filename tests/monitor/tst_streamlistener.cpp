@@ -344,6 +344,7 @@ private slots:
         h.feed({L(u"CALL;3;1;5551234;0309876;SIP0;"_s), L(u"CONNECT;3;1;0309876;"_s), L(u"DISCONNECT;3;8;"_s)});
         QCOMPARE(summaries(*h.listener), QStringList{u"DISCONNECT/3/c/8/0309876/5551234/SIP0/1/Fax"_s});
         QCOMPARE(h.listener->monitorCalls().at(0).contactName(), QStringLiteral("Bob"));
+        QVERIFY(h.listener->monitorCalls().at(0).calltime.isEmpty()); // the program dialled it: no router time
         QCOMPARE(h.presenter.titles(), (QStringList{u"Please pick up the handset"_s, u"Call ended"_s}));
 
         h.listener->addNewCallForExtensionForContact(QStringLiteral("**612"), QString(), {});

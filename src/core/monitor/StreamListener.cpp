@@ -255,7 +255,6 @@ bool StreamListener::handleCall(const MonitorLine& line, CallRecord* touched)
         showCall = showCallForLine(line.field(4), CallRecord::Outgoing, false);
         CallRecord& r = m_monitorCalls[dialled];
         r.cmd = QStringLiteral("CALL");
-        r.calltime = line.field(0);
         r.extension = extension;
         r.extensionTitle = extensionTitle(extension);
         r.line = line.field(4);
