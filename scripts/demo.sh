@@ -40,6 +40,26 @@ echo "== the demo location"
 echo "== the router's start page"
 curl -s "http://127.0.0.1:$WEB/" | head -n 5
 
+echo "== live calls on the call monitor (tondrel-cli monitor)"
+sim() { curl -s -o /dev/null -X POST "http://127.0.0.1:$WEB/_sim/monitor/$1" -d "$2"; }
+"$CLI" monitor --count 10 --timeout 60 &
+MON_PID=$!
+for _ in $(seq 50); do
+  curl -s "http://127.0.0.1:$WEB/_sim/monitor/clients" | grep -q '"clients":1' && break; sleep 0.1
+done
+# An answered call, a missed call, an outgoing call from a telephone and a withheld caller.
+sim ring '{"caller":"0301234567","called":"5551234","trunk":"SIP0"}'; sleep 1
+sim connect '{"connID":0,"extension":"11"}'; sleep 2
+sim disconnect '{"connID":0}'; sleep 0.5
+sim ring '{"caller":"01761234567","called":"5551234","trunk":"SIP0"}'; sleep 2
+sim disconnect '{"connID":0}'; sleep 0.5
+sim call '{"extension":"1","caller":"5551234","called":"0401112233","trunk":"SIP0"}'; sleep 1
+sim connect '{"connID":0,"extension":"1"}'; sleep 1
+sim disconnect '{"connID":0}'; sleep 0.5
+sim ring '{"caller":"","called":"5551234","trunk":"SIP0"}'; sleep 1
+sim disconnect '{"connID":0}'
+wait "$MON_PID"
+
 if [ "$KEEP" = 1 ]; then
   echo "== simulator keeps running (Ctrl-C ends it); settings in $DEMO_DIR"
   wait "$SIM_PID"

@@ -139,6 +139,7 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
                                   Qt::BlockingQueuedConnection, &count);
         res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
     });
+    m_monitorControl.installRoutes(server);
     server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_scenario.data()).toJson(QJsonDocument::Compact).toStdString(),
                         "application/json");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CallMonitorControl.h"
 #include "CallMonitorServer.h"
 #include "Scenario.h"
 #include "SsdpResponder.h"
@@ -50,6 +51,7 @@ private:
     Scenario& m_scenario;
     SimulatorPorts m_ports;
     CallMonitorServer m_monitor;
+    CallMonitorControl m_monitorControl{m_monitor};
     SsdpResponder m_ssdp;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;

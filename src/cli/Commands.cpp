@@ -9,6 +9,7 @@
 #include "commands/CallsCommand.h"
 #include "commands/MemoCommand.h"
 #include "commands/SmartlistCommand.h"
+#include "commands/MonitorCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -22,5 +23,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<CallsCommand>());
     commands.push_back(std::make_unique<MemoCommand>());
     commands.push_back(std::make_unique<SmartlistCommand>());
+    commands.push_back(std::make_unique<MonitorCommand>());
     return commands;
 }

@@ -2,6 +2,7 @@
 #include "app/Localization.h"
 #include "app/TNPreferencesManager.h"
 #include "SingleInstance.h"
+#include "TrayCallMonitor.h"
 
 #include <QAction>
 #include <QApplication>
@@ -44,6 +45,9 @@ int main(int argc, char** argv)
     tray.setToolTip(configured ? QStringLiteral("Tondrel – %1").arg(env.manager().currentPreferences()->locationName)
                                : QStringLiteral("Tondrel"));
     QMenu menu;
+    QAction* callMonitor = menu.addAction(QObject::tr("Call monitor"));
+    TrayCallMonitor monitor(env, tray, *callMonitor);
+    menu.addSeparator();
     QAction* quit = menu.addAction(QObject::tr("Quit Tondrel"));
     QObject::connect(quit, &QAction::triggered, &app, &QApplication::quit);
     tray.setContextMenu(&menu);

@@ -30,8 +30,11 @@ CliResult runCli(const TempEnv& env, const QStringList& args, const QByteArray& 
 
 SimulatorProcess::SimulatorProcess(const QStringList& extraArgs)
 {
-    QStringList args{QStringLiteral("--web-port"), QStringLiteral("0"), QStringLiteral("--monitor-port"),
-                     QStringLiteral("0"), QStringLiteral("--tr064-port"), QStringLiteral("0")};
+    // Free ports unless the caller names them (a restarted router keeps its ports).
+    QStringList args;
+    for (const char* option : {"--web-port", "--monitor-port", "--tr064-port"})
+        if (!extraArgs.contains(QLatin1String(option)))
+            args << QLatin1String(option) << QStringLiteral("0");
     args += extraArgs;
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     m_process.start(QStringLiteral(TONDREL_BOXSIM_PATH), args);

@@ -2,6 +2,7 @@
 
 #include "CliContext.h"
 
+#include "app/AppConductor.h"
 #include "app/LocationKeys.h"
 #include "app/SecretStore.h"
 #include "app/SettingsStore.h"
@@ -80,6 +81,9 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             }
             const QString password = m_add.passwordStdin ? ctx.readSecretLine() : QString();
             auto& mgr = ctx.manager();
+            // The first location is the program's first start: write what the tray writes then.
+            if (!mgr.isConfigured())
+                AppConductor::writeFirstStartDefaults(ctx.settings());
             const QString uid = mgr.addNewLocation();
             auto prefs = mgr.locationPreferencesForUID(uid);
             if (!m_add.name.empty())

@@ -1,0 +1,363 @@
+#include "TestSupport.h"
+
+#include "app/SecretStore.h"
+#include "app/SettingsKeys.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferences.h"
+#include "monitor/NotificationPresenter.h"
+#include "monitor/StreamListener.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RecordingPresenter final : public NotificationPresenter
+{
+public:
+    bool isAvailable() const override { return true; }
+    QVariant deliver(const CallNotification& note, const QVariant&) override
+    {
+        titles << note.title + u": "_s + note.subtitle;
+        return note.uid;
+    }
+    void withdraw(const QVariant&) override {}
+    QStringList titles;
+};
+
+// The in-process listener, connected to the simulator's call monitor port.
+struct Client
+{
+    QTemporaryDir dir;
+    SettingsStore store{dir.filePath(u"settings.json"_s)};
+    MemorySecretStore secrets;
+    std::shared_ptr<TNPreferences> prefs = std::make_shared<TNPreferences>(store, secrets);
+    RecordingPresenter presenter;
+    std::unique_ptr<StreamListener> listener;
+
+    Client()
+    {
+        prefs->lines = {QVariantMap{{u"Line"_s, u"0305550000"_s}, {u"HideMonitor"_s, true}}};
+        store.setValue(keys::MonitorOpenExternCalls, true);
+        StreamListenerServices s;
+        s.preferences = [p = prefs] { return p; };
+        s.settings = &store;
+        s.presenter = &presenter;
+        listener = std::make_unique<StreamListener>(s);
+    }
+};
+
+QString summary(const CallRecord& r)
+{
+    return u"%1/%2/%3/%4/%5/%6"_s.arg(r.cmd)
+        .arg(r.calltype)
+        .arg(r.connected ? u"c"_s : u"-"_s, r.number, r.line, r.extension);
+}
+
+QStringList summaries(const StreamListener& l)
+{
+    QStringList s;
+    for (const auto& r : l.monitorCalls())
+        s << summary(r);
+    return s;
+}
+
+QString states(const StreamListener& l)
+{
+    QStringList parts;
+    for (auto it = l.extensions().begin(); it != l.extensions().end(); ++it)
+        parts << u"%1=%2"_s.arg(it.key()).arg(it.value());
+    return parts.join(u',');
+}
+
+bool waitForClients(SimulatorProcess& sim, int n, int timeoutMs = 10000)
+{
+    QElapsedTimer t;
+    t.start();
+    const QByteArray want = "{\"clients\":" + QByteArray::number(n) + "}";
+    while (t.elapsed() < timeoutMs) {
+        if (sim.control("GET", u"/_sim/monitor/clients"_s) == want)
+            return true;
+        QTest::qWait(50);
+    }
+    return false;
+}
+
+// "ring {json}", "dial NUMBER EXT" (the program dials), ...
+using Steps = QStringList;
+
+} // namespace
+
+class TestCallMonitor : public QObject
+{
+    Q_OBJECT
+private slots:
+    void sequences_data()
+    {
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<QStringList>("records");
+        QTest::addColumn<QString>("extensions");
+        QTest::addColumn<QStringList>("notes");
+
+        QTest::newRow("incoming answered")
+            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5551234\"}"_s,
+                     u"connect {\"connID\":0,\"extension\":\"11\"}"_s, u"disconnect {\"connID\":0,\"duration\":42}"_s}
+            << 3 << QStringList{u"DISCONNECT/1/c/0301234567/5551234/11"_s} << u"611=1"_s
+            << QStringList{u"Incoming call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
+        QTest::newRow("incoming missed")
+            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5551234\"}"_s, u"disconnect {\"connID\":0}"_s} << 2
+            << QStringList{u"DISCONNECT/2/-/0301234567/5551234/"_s} << QString()
+            << QStringList{u"Incoming call: Unknown caller"_s, u"Missed call: Unknown caller"_s};
+        QTest::newRow("outgoing from a telephone")
+            << Steps{u"call {\"extension\":\"1\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
+                     u"connect {\"connID\":0,\"extension\":\"1\"}"_s, u"disconnect {\"connID\":0}"_s}
+            << 3 << QStringList{u"DISCONNECT/3/c/0309876/5551234/1"_s} << u"1=1"_s
+            << QStringList{u"Call ended: Unknown caller"_s};
+        QTest::newRow("outgoing from the program")
+            << Steps{u"dial 0309876 2"_s, u"call {\"extension\":\"2\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
+                     u"disconnect {\"connID\":0}"_s}
+            << 2 << QStringList{u"DISCONNECT/3/-/0309876/5551234/2"_s} << u"2=1"_s
+            << QStringList{u"Please pick up the handset: Unknown caller"_s, u"No answer: Unknown caller"_s};
+        QTest::newRow("internal call") << Steps{u"dial **612 11"_s} << 0 << QStringList{} << u"611=3,612=3"_s
+                                       << QStringList{};
+        QTest::newRow("two calls at once")
+            << Steps{u"ring {\"caller\":\"0301111111\",\"called\":\"5551234\"}"_s,
+                     u"ring {\"caller\":\"0302222222\",\"called\":\"5551234\"}"_s,
+                     u"connect {\"connID\":1,\"extension\":\"10\"}"_s, u"disconnect {\"connID\":0}"_s,
+                     u"disconnect {\"connID\":1}"_s}
+            << 5 << QStringList{u"DISCONNECT/2/-/0301111111/5551234/"_s, u"DISCONNECT/1/c/0302222222/5551234/10"_s}
+            << u"610=1"_s
+            << QStringList{u"Incoming call: Unknown caller"_s, u"Incoming call: Unknown caller"_s,
+                           u"Missed call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
+        QTest::newRow("hidden line")
+            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5550000\"}"_s,
+                     u"connect {\"connID\":0,\"extension\":\"12\"}"_s, u"disconnect {\"connID\":0}"_s}
+            << 3 << QStringList{} << u"612=1"_s << QStringList{};
+        QTest::newRow("withheld caller")
+            << Steps{u"ring {\"caller\":\"\",\"called\":\"5551234\",\"trunk\":\"ISDN\"}"_s,
+                     u"connect {\"connID\":0,\"extension\":\"4\"}"_s}
+            << 2 << QStringList{u"CONNECT/1/c//5551234/4"_s} << u"50=3,51=3,52=3,53=3,54=3,55=3,56=3,57=3,58=3,59=3"_s
+            << QStringList{u"Incoming call: Number withheld"_s};
+    }
+    void sequences()
+    {
+        QFETCH(Steps, steps);
+        QFETCH(int, lines);
+        QFETCH(QStringList, records);
+        QFETCH(QString, extensions);
+        QFETCH(QStringList, notes);
+
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        Client client;
+        QSignalSpy processed(client.listener.get(), &StreamListener::lineProcessed);
+        client.listener->connectToHost(u"127.0.0.1"_s, quint16(sim.port(u"monitor"_s)));
+        QTRY_VERIFY(client.listener->isConnected());
+        QVERIFY(waitForClients(sim, 1));
+
+        for (const QString& step : steps) {
+            const QString verb = step.section(u' ', 0, 0);
+            if (verb == u"dial") {
+                client.listener->addNewCallForExtensionForContact(step.section(u' ', 1, 1), step.section(u' ', 2, 2), {});
+                continue;
+            }
+            const QByteArray answer = sim.control("POST", u"/_sim/monitor/"_s + verb, step.section(u' ', 1).toUtf8());
+            QVERIFY2(answer.contains("\"line\""), answer.constData());
+        }
+        QTRY_COMPARE(processed.count(), lines);
+        QCOMPARE(summaries(*client.listener), records);
+        QCOMPARE(states(*client.listener), extensions);
+        QCOMPARE(client.presenter.titles, notes);
+    }
+
+    // The control endpoint answers like the router would write: lines and connection ids.
+    void simulatorControl_data()
+    {
+        QTest::addColumn<QStringList>("requests");
+        QTest::addColumn<QByteArray>("lastAnswer");
+        QTest::newRow("lowest free connection id")
+            << QStringList{u"ring {\"caller\":\"1\",\"called\":\"2\",\"date\":\"21.11.26 10:00:00\"}"_s,
+                           u"call {\"extension\":\"12\",\"caller\":\"2\",\"called\":\"3\",\"date\":\"21.11.26 10:00:01\"}"_s}
+            << QByteArray("{\"connID\":1,\"line\":\"21.11.26 10:00:01;CALL;1;12;2;3;SIP0;\"}");
+        QTest::newRow("connect names the caller")
+            << QStringList{u"ring {\"caller\":\"0301\",\"called\":\"2\",\"trunk\":\"POTS\"}"_s,
+                           u"connect {\"connID\":0,\"extension\":\"4\",\"date\":\"21.11.26 10:00:02\"}"_s}
+            << QByteArray("{\"connID\":0,\"line\":\"21.11.26 10:00:02;CONNECT;0;4;0301;\"}");
+        QTest::newRow("unanswered call lasts 0 s")
+            << QStringList{u"ring {\"caller\":\"0301\",\"called\":\"2\"}"_s,
+                           u"disconnect {\"connID\":0,\"date\":\"21.11.26 10:00:09\"}"_s}
+            << QByteArray("{\"connID\":0,\"line\":\"21.11.26 10:00:09;DISCONNECT;0;0;\"}");
+        QTest::newRow("connect of a call that is not open")
+            << QStringList{u"connect {\"connID\":5,\"extension\":\"1\"}"_s}
+            << QByteArray("{\"error\":\"connect needs an open \\\"connID\\\" and \\\"extension\\\"\"}");
+        QTest::newRow("ring needs the called number")
+            << QStringList{u"ring {\"caller\":\"0301\"}"_s} << QByteArray("{\"error\":\"ring needs \\\"called\\\"\"}");
+        QTest::newRow("connection id already in use")
+            << QStringList{u"ring {\"connID\":3,\"called\":\"2\"}"_s, u"ring {\"connID\":3,\"called\":\"2\"}"_s}
+            << QByteArray("{\"error\":\"connection 3 is already open\"}");
+        QTest::newRow("body that is not JSON") << QStringList{u"ring [1,2]"_s}
+                                               << QByteArray("{\"error\":\"body is not a JSON object\"}");
+    }
+    void simulatorControl()
+    {
+        QFETCH(QStringList, requests);
+        QFETCH(QByteArray, lastAnswer);
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QByteArray answer;
+        for (const QString& r : requests)
+            answer = sim.control("POST", u"/_sim/monitor/"_s + r.section(u' ', 0, 0), r.section(u' ', 1).toUtf8());
+        QCOMPARE(answer, lastAnswer);
+    }
+
+    // Bytes one at a time, or all lines in one write, give the records of one line per write.
+    void deliveryEquivalence()
+    {
+        const QByteArray stream = "21.11.26 10:00:00;RING;0;0301111111;5551234;SIP0;\r\n"
+                                  "21.11.26 10:00:01;RING;1;;5551234;SIP1;\n"
+                                  "21.11.26 10:00:03;CONNECT;1;11;;\n"
+                                  "21.11.26 10:00:09;DISCONNECT;0;0\n"
+                                  "21.11.26 10:00:20;DISCONNECT;1;17;\n";
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QStringList expected;
+        QString expectedStates;
+        for (int mode = 0; mode < 3; ++mode) {
+            Client client;
+            QSignalSpy processed(client.listener.get(), &StreamListener::lineProcessed);
+            client.listener->connectToHost(u"127.0.0.1"_s, quint16(sim.port(u"monitor"_s)));
+            QTRY_VERIFY(client.listener->isConnected());
+            QVERIFY(waitForClients(sim, 1));
+            if (mode == 0) {
+                for (const QByteArray& line : stream.split('\n'))
+                    if (!line.isEmpty())
+                        sim.control("POST", u"/_sim/monitor/raw"_s, line + '\n');
+            } else if (mode == 1) {
+                for (char c : stream)
+                    sim.control("POST", u"/_sim/monitor/raw"_s, QByteArray(1, c));
+            } else {
+                sim.control("POST", u"/_sim/monitor/raw"_s, stream);
+            }
+            QTRY_COMPARE(processed.count(), 5);
+            if (mode == 0) {
+                expected = summaries(*client.listener);
+                expectedStates = states(*client.listener);
+                QCOMPARE(expected, (QStringList{u"DISCONNECT/2/-/0301111111/5551234/"_s,
+                                                u"DISCONNECT/1/c//5551234/11"_s}));
+            } else {
+                QCOMPARE(summaries(*client.listener), expected);
+                QCOMPARE(states(*client.listener), expectedStates);
+            }
+            client.listener->disconnectFromHost();
+            QVERIFY(waitForClients(sim, 0));
+        }
+    }
+
+    void cliPrintsJsonLines()
+    {
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        TempEnv env;
+        const CliResult added = runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Box"_s, u"--host"_s, u"127.0.0.1"_s,
+                                             u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s))});
+        QCOMPARE(added.exitCode, 0);
+
+        QProcess cli;
+        cli.start(QStringLiteral(TONDREL_CLI_PATH),
+                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
+                   u"--json"_s, u"monitor"_s, u"--count"_s, u"3"_s, u"--timeout"_s, u"60"_s});
+        QVERIFY(waitForClients(sim, 1));
+        sim.control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301234567#\",\"called\":\"5551234\",\"date\":\"21.11.26 10:00:00\"}");
+        sim.control("POST", u"/_sim/monitor/connect"_s, "{\"connID\":0,\"extension\":\"1\"}");
+        sim.control("POST", u"/_sim/monitor/disconnect"_s, "{\"connID\":0,\"duration\":75}");
+        QVERIFY(cli.waitForFinished(20000));
+        QCOMPARE(cli.exitCode(), 0);
+        const QList<QByteArray> out = cli.readAllStandardOutput().trimmed().split('\n');
+        QCOMPARE(out.size(), 3);
+        QStringList events;
+        for (const QByteArray& line : out) {
+            const QJsonObject o = QJsonDocument::fromJson(line).object();
+            QVERIFY2(!o.isEmpty(), line.constData());
+            events << o.value(u"event"_s).toString();
+            QCOMPARE(o.value(u"number"_s).toString(), u"0301234567"_s);
+            QCOMPARE(o.value(u"calltime"_s).toString(), u"21.11.26 10:00:00"_s);
+            QVERIFY(QDateTime::fromString(o.value(u"dateStart"_s).toString(), Qt::ISODate).isValid());
+        }
+        QCOMPARE(events, (QStringList{u"RING"_s, u"CONNECT"_s, u"DISCONNECT"_s}));
+        const QJsonObject last = QJsonDocument::fromJson(out.at(2)).object();
+        QCOMPARE(last.value(u"duration"_s).toString(), u"75"_s);
+        QCOMPARE(last.value(u"calltype"_s).toInt(), 1);
+        QVERIFY(QDateTime::fromString(last.value(u"dateEnd"_s).toString(), Qt::ISODate).isValid());
+        QCOMPARE(last.value(u"notification"_s).toObject().value(u"body"_s).toString(),
+                 u"0301234567\nDuration: 00:01:15"_s);
+    }
+
+    void cliFailsWhenNothingListens()
+    {
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost));
+        const quint16 port = probe.serverPort();
+        probe.close();
+        TempEnv env;
+        QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--monitor-port"_s,
+                              QString::number(port)})
+                     .exitCode,
+                 0);
+        const CliResult r = runCli(env, {u"monitor"_s, u"--timeout"_s, u"2"_s});
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(r.err.contains("tondrel-cli: cannot connect to the call monitor"), r.err.constData());
+    }
+
+    // The router goes away and comes back on the same port: the monitor finds it again.
+    void reconnectsAfterTheRouterRestarts()
+    {
+        quint16 ports[3];
+        for (auto& p : ports) {
+            QTcpServer probe;
+            QVERIFY(probe.listen(QHostAddress::LocalHost));
+            p = probe.serverPort();
+        }
+        const QStringList fixed{u"--web-port"_s, QString::number(ports[0]), u"--monitor-port"_s,
+                                QString::number(ports[1]), u"--tr064-port"_s, QString::number(ports[2])};
+        auto sim = std::make_unique<SimulatorProcess>(fixed);
+        QVERIFY2(sim->isRunning(), qPrintable(sim->error()));
+        QCOMPARE(sim->port(u"monitor"_s), int(ports[1]));
+
+        TempEnv env;
+        QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--monitor-port"_s,
+                              QString::number(ports[1])})
+                     .exitCode,
+                 0);
+        QProcess cli;
+        cli.start(QStringLiteral(TONDREL_CLI_PATH),
+                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
+                   u"--json"_s, u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"60"_s});
+        QVERIFY(waitForClients(*sim, 1));
+        sim->control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301111111\",\"called\":\"5551234\"}");
+        QTRY_VERIFY(cli.bytesAvailable() > 0 || cli.canReadLine());
+
+        sim.reset(); // the router goes down
+        QTest::qWait(2500); // the monitor tries at least once against a closed port
+        QCOMPARE(cli.state(), QProcess::Running);
+        sim = std::make_unique<SimulatorProcess>(fixed);
+        QVERIFY2(sim->isRunning(), qPrintable(sim->error()));
+        QVERIFY(waitForClients(*sim, 1, 20000)); // within the back-off (1, 2, 4, 8 s)
+        sim->control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0302222222\",\"called\":\"5551234\"}");
+        QVERIFY(cli.waitForFinished(20000));
+        QCOMPARE(cli.exitCode(), 0);
+        const QList<QByteArray> out = cli.readAllStandardOutput().trimmed().split('\n');
+        QCOMPARE(out.size(), 2);
+        QCOMPARE(QJsonDocument::fromJson(out.at(1)).object().value(u"number"_s).toString(), u"0302222222"_s);
+        const QByteArray err = cli.readAllStandardError();
+        QVERIFY2(err.contains("trying again in"), err.constData());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCallMonitor)
+#include "tst_callmonitor.moc"
