@@ -3,32 +3,34 @@
 #include "app/AppEnvironment.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
+#include "calllist/TNCallinglist.h"
 
-#include <QIcon>
-
-TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, QSystemTrayIcon& tray, QAction& toggle, QObject* parent)
-    : QObject(parent), m_tray(tray), m_toggle(toggle), m_scripts(env.paths().scriptsDir())
+TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* presenter, Hooks hooks, QObject* parent)
+    : QObject(parent), m_scripts(env.paths().scriptsDir())
 {
     StreamListenerServices services;
     services.settings = &env.settings();
-    services.presenter = &m_presenter;
+    services.presenter = presenter;
     services.scripts = &m_scripts;
-    // A click on a notification dials back through the program's own URL handling.
-    services.openURL = [this](const QString& url) {
-        if (m_conductor)
-            m_conductor->handleURL(url);
-    };
-    services.setStatusItemState = [this](int state) {
-        m_tray.setIcon(QIcon(state == 1 ? QStringLiteral(":/icons/fritzboxg.svg") : QStringLiteral(":/icons/fritzboxb.svg")));
+    services.names = &m_names;
+    services.openURL = std::move(hooks.openURL);
+    services.setStatusItemState = std::move(hooks.setStatusItemState);
+    services.openCallmonitorWindow = std::move(hooks.openCallmonitorWindow);
+    services.memoDetails = [calls = env.callinglist()](qint64 id) -> std::pair<QString, QString> {
+        if (calls)
+            if (const auto memo = calls->memos().getDetailMemoWithID(id))
+                return {memo->subject, memo->body};
+        return {};
     };
     m_listener = std::make_unique<StreamListener>(services);
     StreamListener::setSharedInstance(m_listener.get());
-    m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability);
+    m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability, std::move(hooks.conductor));
     m_conductor->attachSleepWatcher(m_sleep);
+}
 
-    m_toggle.setCheckable(true);
-    connect(&m_toggle, &QAction::triggered, this, [this] { m_toggle.setChecked(m_conductor->toggleCallMonitor()); });
-    connect(m_conductor.get(), &AppConductor::callMonitorChecked, &m_toggle, &QAction::setChecked);
-    if (env.manager().isConfigured())
-        m_conductor->activateSettingsAndCallMonitor();
+TrayCallMonitor::~TrayCallMonitor()
+{
+    m_conductor.reset();
+    if (StreamListener::sharedInstance() == m_listener.get())
+        StreamListener::setSharedInstance(nullptr);
 }

@@ -3,32 +3,42 @@
 #include "app/AppConductor.h"
 #include "app/NetworkReachability.h"
 #include "app/SleepWatcher.h"
-#include "monitor/DBusNotificationPresenter.h"
+#include "contacts/SharedCallerNameResolver.h"
 #include "monitor/StreamListener.h"
 #include "monitor/TNScriptManager.h"
 
-#include <QAction>
 #include <QObject>
-#include <QSystemTrayIcon>
 
+#include <functional>
 #include <memory>
 
 class AppEnvironment;
+class NotificationPresenter;
 
-// The call monitor as the tray shows it: the icon follows the connection, a checkable menu item
-// switches it, notifications go to the desktop. The decisions stay in the core.
+// The call monitor as the tray runs it: the listener with names from the address book, scripts
+// and desktop notifications, and the conductor that keeps it connected. The tray only supplies
+// where the state and the window go; the decisions stay in the core.
 class TrayCallMonitor : public QObject
 {
     Q_OBJECT
 public:
-    TrayCallMonitor(AppEnvironment& env, QSystemTrayIcon& tray, QAction& toggle, QObject* parent = nullptr);
+    struct Hooks
+    {
+        std::function<void(int state)> setStatusItemState;
+        std::function<void()> openCallmonitorWindow;
+        // A "dial://" URL from a clicked notification, or any other URL the program is handed.
+        std::function<void(const QString& url)> openURL;
+        AppConductor::Hooks conductor;
+    };
+
+    TrayCallMonitor(AppEnvironment& env, NotificationPresenter* presenter, Hooks hooks, QObject* parent = nullptr);
+    ~TrayCallMonitor() override;
 
     AppConductor& conductor() { return *m_conductor; }
+    StreamListener& listener() { return *m_listener; }
 
 private:
-    QSystemTrayIcon& m_tray;
-    QAction& m_toggle;
-    DBusNotificationPresenter m_presenter;
+    SharedCallerNameResolver m_names;
     TNScriptManager m_scripts;
     std::unique_ptr<StreamListener> m_listener;
     SystemNetworkReachability m_reachability;

@@ -1,15 +1,10 @@
 #include "app/AppEnvironment.h"
 #include "app/Localization.h"
-#include "app/TNPreferencesManager.h"
 #include "SingleInstance.h"
-#include "TrayCallMonitor.h"
+#include "TrayApplication.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QIcon>
-#include <QMenu>
 #include <QMessageBox>
-#include <QSystemTrayIcon>
 
 int main(int argc, char** argv)
 {
@@ -39,18 +34,8 @@ int main(int argc, char** argv)
             return 1;
     }
 
-    QSystemTrayIcon tray;
-    const bool configured = env.manager().isConfigured();
-    tray.setIcon(QIcon(QStringLiteral(":/icons/fritzboxb.svg")));
-    tray.setToolTip(configured ? QStringLiteral("Tondrel – %1").arg(env.manager().currentPreferences()->locationName)
-                               : QStringLiteral("Tondrel"));
-    QMenu menu;
-    QAction* callMonitor = menu.addAction(QObject::tr("Call monitor"));
-    TrayCallMonitor monitor(env, tray, *callMonitor);
-    menu.addSeparator();
-    QAction* quit = menu.addAction(QObject::tr("Quit Tondrel"));
-    QObject::connect(quit, &QAction::triggered, &app, &QApplication::quit);
-    tray.setContextMenu(&menu);
-    tray.show();
+    TrayApplication tray(env, TrayApplication::Options{});
+    QObject::connect(&instance, &SingleInstance::argumentsReceived, &tray, &TrayApplication::handleArguments);
+    tray.start(QApplication::arguments().mid(1));
     return app.exec();
 }

@@ -104,7 +104,7 @@ public:
     QString dateFormatForProfile(int profile) const;
 
     // Recent numbers for the menu: {"in": [...], "missed": [...]}, at most five distinct each,
-    // each entry {"phonenumber","name","abid","label"}.
+    // each entry {"phonenumber","name","abid","label","lastdate" (Unix time of the newest call)}.
     QVariantMap getLastRecentCallsForProfile(int profile, const QStringList& excludeCalls) const;
 
     // Caller cache: [abid, name, label] or empty.

@@ -110,10 +110,9 @@ QVariantMap TNCallinglist::getLastRecentCallsForProfile(int profile, const QStri
         // The newest call of each number decides its place.
         sql.add(QStringLiteral(" GROUP BY callinglist.phonenumber ORDER BY lastdate DESC LIMIT 5"));
         QVariantList list;
-        for (QVariantMap r : m_db.selectLogged(sql, "getLastRecentCalls")) {
-            r.remove(QStringLiteral("lastdate"));
+        // "lastdate" (Unix time of the newest call) stays for the menu's time.
+        for (const QVariantMap& r : m_db.selectLogged(sql, "getLastRecentCalls"))
             list.append(r);
-        }
         return list;
     };
     return {{QStringLiteral("in"), recent(1)}, {QStringLiteral("missed"), recent(2)}};

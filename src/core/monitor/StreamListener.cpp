@@ -541,6 +541,17 @@ void StreamListener::setMemoIDForConnID(qint64 memoID, const QString& connID)
         m_monitorCalls[i].MemoID = memoID;
 }
 
+void StreamListener::setMemoIDForUID(qint64 memoID, const QString& uid)
+{
+    const qsizetype i = indexForUID(uid);
+    if (i == NotFound)
+        return;
+    if (memoID < 0)
+        m_monitorCalls[i].MemoID.reset();
+    else
+        m_monitorCalls[i].MemoID = memoID;
+}
+
 void StreamListener::insertLocalNotificationForCall(const QVariant& note, const QString& uid)
 {
     const qsizetype i = indexForUID(uid);

@@ -87,6 +87,8 @@ public:
     void setContactNameWithLabelAndABIDForConnID(const QString& name, const QString& label, const QString& abid,
                                                  const QString& connID);
     void setMemoIDForConnID(qint64 memoID, const QString& connID);
+    // The same for one record: an ended call's connID is "-1" and no longer tells calls apart.
+    void setMemoIDForUID(qint64 memoID, const QString& uid);
     void insertLocalNotificationForCall(const QVariant& note, const QString& uid);
 
     // The text of the call's notification; delivered through the presenter when there is one.

@@ -1,0 +1,41 @@
+#include "LocationsMenu.h"
+
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/TNPreferencesManager.h"
+#include "MenuRebuild.h"
+
+#include <QActionGroup>
+
+LocationsMenu::LocationsMenu(TNPreferencesManager& manager, QWidget* parent)
+    : QMenu(tr("Locations"), parent), m_manager(manager)
+{
+    rebuildOn(this, {Notifications::REFRESHLOCATIONSMENU, Notifications::ACTIVATESETTINGS}, [this] { rebuild(); });
+    rebuild();
+}
+
+void LocationsMenu::rebuild()
+{
+    clear();
+    auto* group = new QActionGroup(this);
+    const QString current = m_manager.currentUID();
+    for (const auto& prefs : m_manager.locations()) {
+        const QString uid = prefs->uid;
+        QAction* action = addAction(prefs->locationName.isEmpty() ? prefs->hostName : prefs->locationName);
+        action->setCheckable(true);
+        action->setChecked(uid == current);
+        action->setData(uid);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, uid] { setActiveProfile(uid); });
+    }
+    setEnabled(!actions().isEmpty());
+}
+
+void LocationsMenu::setActiveProfile(const QString& uid)
+{
+    if (uid == m_manager.currentUID())
+        return;
+    m_manager.activateCurrentLocationForID(uid);
+    // The conductor, the menus and the windows follow the new location.
+    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS);
+}

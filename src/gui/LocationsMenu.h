@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QMenu>
+
+class TNPreferencesManager;
+
+// One checkable item per location; choosing one makes it current and activates it. Rebuilt on
+// "REFRESHLOCATIONSMENU" and "ACTIVATESETTINGS".
+class LocationsMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    explicit LocationsMenu(TNPreferencesManager& manager, QWidget* parent = nullptr);
+
+    // expandLocationMenuItems
+    void rebuild();
+
+private:
+    void setActiveProfile(const QString& uid);
+
+    TNPreferencesManager& m_manager;
+};

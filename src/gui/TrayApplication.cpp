@@ -1,0 +1,170 @@
+#include "TrayApplication.h"
+
+#include "CallMonitorWindow.h"
+#include "MemoEditor.h"
+#include "MenuRebuild.h"
+#include "TNStatusMenu.h"
+#include "TrayCallMonitor.h"
+#include "TrayMenu.h"
+
+#include "app/AppEnvironment.h"
+#include "app/Clock.h"
+#include "app/DialURL.h"
+#include "app/Logging.h"
+#include "app/NotificationNames.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferencesManager.h"
+#include "calllist/CallinglistCallerCache.h"
+#include "calllist/TNCallinglist.h"
+#include "contacts/ContactsServices.h"
+#include "monitor/DBusNotificationPresenter.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
+
+TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* parent)
+    : QObject(parent), m_env(env), m_options(std::move(options))
+{
+    NotificationPresenter* presenter = m_options.presenter;
+    if (!presenter) {
+        m_ownPresenter = std::make_unique<DBusNotificationPresenter>();
+        presenter = m_ownPresenter.get();
+    }
+    if (env.callinglist())
+        m_cache = std::make_unique<CallinglistCallerCache>(*env.callinglist());
+    m_contacts = std::make_unique<ContactsServices>(env.paths().dataDir, env.paths().scriptsDir(), env.settings(),
+                                                    m_cache.get(), Clock::system());
+    m_contacts->install();
+
+    m_status = std::make_unique<TNStatusMenu>();
+    TrayCallMonitor::Hooks hooks;
+    hooks.setStatusItemState = [this](int state) { m_status->setStatusItemState(state); };
+    hooks.openCallmonitorWindow = [this] { openCallmonitorWindow(); };
+    // A clicked notification comes back as "dial://<number>".
+    hooks.openURL = [this](const QString& url) { handleArguments({url}); };
+    hooks.conductor.checkRouterStatus = m_options.checkRouterStatus;
+    m_monitor = std::make_unique<TrayCallMonitor>(env, presenter, std::move(hooks));
+    connect(&m_monitor->conductor(), &AppConductor::newCallRequested, this, &TrayApplication::openNewCall);
+    connect(&m_monitor->conductor(), &AppConductor::openURLExternally, this,
+            [](const QString& url) { QDesktopServices::openUrl(QUrl(url)); });
+
+    TrayMenu::Hooks menuHooks;
+    menuHooks.switchWLAN = m_options.switchWLAN;
+    m_menu = std::make_unique<TrayMenu>(env.manager(), m_monitor->listener(), m_monitor->conductor(),
+                                        env.callinglist(), std::move(menuHooks));
+    connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
+    connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
+    connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
+    connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
+
+    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { updateBadge(); });
+    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
+        if (m_dialWindow)
+            m_dialWindow->reloadSources();
+    });
+}
+
+TrayApplication::~TrayApplication()
+{
+    // Windows and menus observe the listener: they go before it.
+    m_dialWindow.reset();
+    m_monitorWindow.reset();
+    m_menu.reset();
+    m_monitor.reset();
+    m_contacts.reset();
+    m_cache.reset();
+}
+
+void TrayApplication::start(const QStringList& arguments)
+{
+    const auto dock = TNStatusMenu::dockState(m_env.settings());
+    if (TNStatusMenu::showsStatusItem(dock) && !m_options.headless)
+        m_status->allocStatusItem(m_menu->menu());
+    if (m_env.manager().isConfigured()) {
+        m_monitor->conductor().activateSettingsAndCallMonitor();
+    } else {
+        // No setup assistant window yet: the first start writes its defaults and waits for
+        // a location made with tondrel-cli.
+        AppConductor::writeFirstStartDefaults(m_env.settings());
+        qCInfo(lcApp) << "No router configured yet; add one with tondrel-cli location add";
+    }
+    updateBadge();
+    if (TNStatusMenu::showsTaskbarWindow(dock) && !m_options.headless) {
+        // The taskbar entry is the call monitor window; with a tray icon as well it starts
+        // minimised, without one it carries the menu.
+        if (TNStatusMenu::showsStatusItem(dock)) {
+            monitorWindow().showMinimized();
+        } else {
+            monitorWindow().setMenu(m_menu->menu());
+            monitorWindow().show();
+        }
+    }
+    handleArguments(arguments);
+}
+
+void TrayApplication::handleArguments(const QStringList& arguments)
+{
+    for (const QString& argument : arguments) {
+        if (argument == u"--new-call") {
+            openNewCall(QString(), {});
+        } else if (argument == u"--calllist") {
+            qCInfo(lcApp) << "The call list window is not part of this build yet";
+        } else if (const auto tel = methods::numberFromTelURL(argument)) {
+            openNewCall(*tel, {});
+        } else if (argument.contains(u':')) {
+            m_monitor->conductor().handleURL(argument);
+        } else if (!argument.isEmpty()) {
+            qCInfo(lcApp).noquote() << "ignored argument:" << argument;
+        }
+    }
+}
+
+CallMonitorWindow& TrayApplication::monitorWindow()
+{
+    if (!m_monitorWindow) {
+        m_monitorWindow = std::make_unique<CallMonitorWindow>(m_monitor->listener(), m_env.settings());
+        connect(m_monitorWindow.get(), &CallMonitorWindow::memoRequested, this, &TrayApplication::openMemoEditor);
+    }
+    return *m_monitorWindow;
+}
+
+DialWindow& TrayApplication::dialWindow()
+{
+    if (!m_dialWindow)
+        m_dialWindow = std::make_unique<DialWindow>(m_env.manager(), m_monitor->listener(), m_env.callinglist(),
+                                                    m_options.routerCommand);
+    return *m_dialWindow;
+}
+
+void TrayApplication::openCallmonitorWindow()
+{
+    monitorWindow().openCallmonitorWindow();
+}
+
+void TrayApplication::openNewCall(const QString& number, const QStringList& contact)
+{
+    dialWindow().openWithNumber(number, contact);
+}
+
+void TrayApplication::openMemoEditor(const QString& uid)
+{
+    const auto prefs = m_env.manager().currentPreferences();
+    if (!m_env.callinglist() || !prefs || uid.isEmpty())
+        return;
+    auto* editor = new MemoEditor(m_monitor->listener(), *m_env.callinglist(), prefs->activeProfileInt, uid,
+                                  m_monitorWindow.get());
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    editor->setWindowFlag(Qt::Window);
+    editor->show();
+}
+
+void TrayApplication::updateBadge()
+{
+    const auto prefs = m_env.manager().currentPreferences();
+    m_status->setLocationName(prefs && !prefs->isDummy() ? prefs->locationName : QString());
+    qint64 fresh = 0;
+    if (m_env.callinglist() && prefs && prefs->activeProfileInt > 0)
+        fresh = m_env.callinglist()->getNewCallsCounterFromListForProfile(prefs->activeProfileInt);
+    m_status->setTitle(fresh == 0 ? QString() : fresh == 1 ? tr("1 new call") : tr("%1 new calls").arg(fresh));
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "DialWindow.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <memory>
+
+class AppEnvironment;
+class CallMonitorWindow;
+class CallinglistCallerCache;
+class ContactsServices;
+class NotificationPresenter;
+class TNStatusMenu;
+class TrayCallMonitor;
+class TrayMenu;
+
+// The tray application put together: the call monitor and its conductor, the status item and
+// its menu, the call monitor and new-call windows, and what a second start hands over.
+class TrayApplication : public QObject
+{
+    Q_OBJECT
+public:
+    struct Options
+    {
+        // Where call notifications go; the desktop's notification service when null.
+        NotificationPresenter* presenter = nullptr;
+        // Runs router commands for dialling and switches; none: those stay disabled.
+        DialWindow::RouterCommand routerCommand;
+        // Sends "WLANon"/"WLANoff" in the background; none: no Wi-Fi switch.
+        std::function<void(const QString& command)> switchWLAN;
+        // Asks the router for its status in the background (every 600 s and on activation).
+        std::function<void()> checkRouterStatus;
+        // Tests and screenshots: neither status item nor taskbar window, whatever
+        // "MENU_DOCK_STATE" says.
+        bool headless = false;
+    };
+
+    TrayApplication(AppEnvironment& env, Options options, QObject* parent = nullptr);
+    ~TrayApplication() override;
+
+    // Start-up after construction: activation when configured, the taskbar window, arguments.
+    void start(const QStringList& arguments);
+    // A URL ("tel:", "callto:", "dial:"), "--new-call" or "--calllist", from this start or a later one.
+    void handleArguments(const QStringList& arguments);
+
+    TrayCallMonitor& callMonitor() { return *m_monitor; }
+    TrayMenu& menu() { return *m_menu; }
+    TNStatusMenu& statusMenu() { return *m_status; }
+    CallMonitorWindow& monitorWindow();
+    DialWindow& dialWindow();
+
+    void openCallmonitorWindow();
+    void openNewCall(const QString& number, const QStringList& contact);
+    void openMemoEditor(const QString& uid);
+
+private:
+    void updateBadge();
+
+    AppEnvironment& m_env;
+    Options m_options;
+    std::unique_ptr<NotificationPresenter> m_ownPresenter;
+    std::unique_ptr<CallinglistCallerCache> m_cache;
+    std::unique_ptr<ContactsServices> m_contacts;
+    std::unique_ptr<TNStatusMenu> m_status;
+    std::unique_ptr<TrayCallMonitor> m_monitor;
+    std::unique_ptr<TrayMenu> m_menu;
+    std::unique_ptr<CallMonitorWindow> m_monitorWindow;
+    std::unique_ptr<DialWindow> m_dialWindow;
+};

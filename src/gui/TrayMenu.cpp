@@ -1,0 +1,146 @@
+#include "TrayMenu.h"
+
+#include "ExtensionsMenu.h"
+#include "LatestCallsMenu.h"
+#include "LocationsMenu.h"
+#include "MenuRebuild.h"
+
+#include "app/AppConductor.h"
+#include "app/Localization.h"
+#include "app/NotificationNames.h"
+#include "app/SettingsKeys.h"
+#include "app/TNPreferencesManager.h"
+#include "monitor/StreamListener.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QMutexLocker>
+
+namespace {
+// Bits of the router's Wi-Fi state: 8 2.4 GHz off, 16 on, 64 5 GHz off, 128 on.
+constexpr int WlanKnown = 8 | 16;
+constexpr int WlanOn = 16 | 128;
+
+int wlanStatusOf(const TNPreferences& prefs)
+{
+    QMutexLocker lock(&prefs.runtimeMutex());
+    return prefs.WLANStatus;
+}
+} // namespace
+
+TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor,
+                   TNCallinglist* calls, Hooks hooks, QObject* parent)
+    : QObject(parent), m_manager(manager), m_listener(listener), m_conductor(conductor), m_hooks(std::move(hooks))
+{
+    m_monitorWindow = m_menu.addAction(tr("Call monitor window"));
+    connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
+    m_newCall = m_menu.addAction(tr("New call…"));
+    connect(m_newCall, &QAction::triggered, this, [this] { emit newCall(QString(), {}); });
+
+    m_latest = new LatestCallsMenu(manager, calls, &m_menu);
+    m_menu.addMenu(m_latest);
+    connect(m_latest, &LatestCallsMenu::dialNumber, this, &TrayMenu::newCall);
+    m_extensions = new ExtensionsMenu(manager, listener, &m_menu);
+    m_menu.addMenu(m_extensions);
+    // callExtension: an internal call is "**" and the extension's number.
+    connect(m_extensions, &ExtensionsMenu::callExtension, this, [this](const QString& intern, const QString& title) {
+        emit newCall(QStringLiteral("**") + intern, {QString(), title, QString()});
+    });
+
+    m_menu.addSeparator();
+    m_wlan = m_menu.addAction(tr("Wi-Fi"));
+    m_wlan->setCheckable(true);
+    connect(m_wlan, &QAction::triggered, this, &TrayMenu::toggleWLAN);
+    m_callMonitor = m_menu.addAction(tr("Call monitor"));
+    m_callMonitor->setCheckable(true);
+    connect(m_callMonitor, &QAction::triggered, this, [this] { m_callMonitor->setChecked(m_conductor.toggleCallMonitor()); });
+    connect(&m_conductor, &AppConductor::callMonitorChecked, m_callMonitor, &QAction::setChecked);
+    m_remote = m_menu.addAction(tr("Remote access"));
+    m_remote->setCheckable(true);
+    connect(m_remote, &QAction::triggered, this, &TrayMenu::toggleRemoteAccess);
+    m_locations = new LocationsMenu(manager, &m_menu);
+    m_menu.addMenu(m_locations);
+
+    m_menu.addSeparator();
+    QAction* quit = m_menu.addAction(tr("Quit Tondrel"));
+    connect(quit, &QAction::triggered, this, &TrayMenu::quitRequested);
+
+    rebuildOn(this, {Notifications::WLANSTATUS}, [this] { setWLANStatus(); });
+    rebuildOn(this, {Notifications::CALLMONITORSTATUS}, [this] { setCallmonitorStatus(); });
+    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
+        setWLANStatus();
+        setCallmonitorStatus();
+        setRemoteAccessStatus();
+    });
+    setWLANStatus();
+    setCallmonitorStatus();
+    setRemoteAccessStatus();
+}
+
+TrayMenu::~TrayMenu() = default;
+
+void TrayMenu::setWLANStatus()
+{
+    const auto prefs = m_manager.currentPreferences();
+    const int status = prefs ? wlanStatusOf(*prefs) : 0;
+    m_wlan->setEnabled(m_hooks.switchWLAN && prefs && !prefs->isDummy() && (status & WlanKnown));
+    m_wlan->setChecked(status & WlanOn);
+}
+
+void TrayMenu::setCallmonitorStatus()
+{
+    const auto prefs = m_manager.currentPreferences();
+    m_callMonitor->setEnabled(prefs && !prefs->isDummy() && !prefs->hostName.isEmpty());
+    // The check mark is the switch (stored per location); the icon shows the connection.
+    m_callMonitor->setChecked(prefs && prefs->useCallmonitor);
+}
+
+void TrayMenu::setRemoteAccessStatus()
+{
+    const auto prefs = m_manager.currentPreferences();
+    m_remote->setEnabled(prefs && !prefs->remoteHostName.isEmpty());
+    m_remote->setChecked(prefs && prefs->remoteAccess);
+}
+
+void TrayMenu::toggleWLAN()
+{
+    const auto prefs = m_manager.currentPreferences();
+    if (!prefs || !m_hooks.switchWLAN)
+        return;
+    const bool on = wlanStatusOf(*prefs) & WlanOn;
+    if (!on) {
+        m_hooks.switchWLAN(QStringLiteral("WLANon"));
+        return;
+    }
+    int answer = 0;
+    if (m_hooks.askWLANoff) {
+        answer = m_hooks.askWLANoff();
+    } else {
+        QMessageBox box(QMessageBox::Question, Localization::localized(QStringLiteral("WLANoff")),
+                        Localization::localized(QStringLiteral("askWLANoff")),
+                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        box.button(QMessageBox::Yes)->setText(Localization::localized(QStringLiteral("Yes")));
+        box.button(QMessageBox::No)->setText(Localization::localized(QStringLiteral("No")));
+        box.button(QMessageBox::Cancel)->setText(Localization::localized(QStringLiteral("Cancel")));
+        box.setDefaultButton(QMessageBox::No);
+        box.activateWindow();
+        answer = box.exec();
+    }
+    if (answer == QMessageBox::Yes)
+        m_hooks.switchWLAN(QStringLiteral("WLANoff"));
+    // Until the router answers, the mark shows what it was.
+    setWLANStatus();
+}
+
+void TrayMenu::toggleRemoteAccess()
+{
+    const auto prefs = m_manager.currentPreferences();
+    if (!prefs || prefs->remoteHostName.isEmpty()) {
+        setRemoteAccessStatus();
+        return;
+    }
+    prefs->remoteAccess = !prefs->remoteAccess;
+    m_manager.saveCurrentLocationValue(prefs->remoteAccess, keys::RemoteAccess);
+    setRemoteAccessStatus();
+}

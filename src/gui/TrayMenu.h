@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+class AppConductor;
+class ExtensionsMenu;
+class LatestCallsMenu;
+class LocationsMenu;
+class StreamListener;
+class TNCallinglist;
+class TNPreferencesManager;
+
+// The status item's menu: windows, latest calls, extensions, the switches (Wi-Fi, call monitor,
+// remote access), locations and quit. The switches' check marks follow "WLANSTATUS",
+// "CALLMONITORSTATUS" and "ACTIVATESETTINGS".
+class TrayMenu : public QObject
+{
+    Q_OBJECT
+public:
+    struct Hooks
+    {
+        // Sends "WLANon" or "WLANoff" to the router in the background; unset: no Wi-Fi switch.
+        std::function<void(const QString& command)> switchWLAN;
+        // Asks before the Wi-Fi goes off: Yes, No or Cancel (a dialog unless set).
+        std::function<int()> askWLANoff;
+    };
+
+    TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor, TNCallinglist* calls,
+             Hooks hooks, QObject* parent = nullptr);
+    ~TrayMenu() override;
+
+    QMenu* menu() { return &m_menu; }
+    QAction* wlanItem() const { return m_wlan; }
+    QAction* callMonitorItem() const { return m_callMonitor; }
+    QAction* remoteAccessItem() const { return m_remote; }
+    QAction* monitorWindowItem() const { return m_monitorWindow; }
+    QAction* newCallItem() const { return m_newCall; }
+    ExtensionsMenu* extensionsMenu() const { return m_extensions; }
+    LatestCallsMenu* latestCallsMenu() const { return m_latest; }
+    LocationsMenu* locationsMenu() const { return m_locations; }
+
+    // setWLANStatus: enabled once the router's state is known, checked when a band is on.
+    void setWLANStatus();
+    void setCallmonitorStatus();
+    // The remote-access item: enabled only with a remote host, checked from remoteAccess.
+    void setRemoteAccessStatus();
+
+signals:
+    void openCallMonitor();
+    void newCall(const QString& number, const QStringList& contact);
+    void quitRequested();
+
+private:
+    void toggleWLAN();
+    void toggleRemoteAccess();
+
+    TNPreferencesManager& m_manager;
+    StreamListener& m_listener;
+    AppConductor& m_conductor;
+    Hooks m_hooks;
+    QMenu m_menu;
+    QAction* m_monitorWindow = nullptr;
+    QAction* m_newCall = nullptr;
+    QAction* m_wlan = nullptr;
+    QAction* m_callMonitor = nullptr;
+    QAction* m_remote = nullptr;
+    ExtensionsMenu* m_extensions = nullptr;
+    LatestCallsMenu* m_latest = nullptr;
+    LocationsMenu* m_locations = nullptr;
+};

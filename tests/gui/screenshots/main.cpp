@@ -1,0 +1,135 @@
+// Writes the pictures of the README: the tray menu, the call monitor window with a ringing and
+// a connected call, and the new-call window, against the simulated router. Needs a display
+// (scripts/screenshots.sh runs it under Xvfb).
+#include "../GuiFixture.h"
+
+#include "CallMonitorWindow.h"
+#include "DialWindow.h"
+#include "LatestCallsMenu.h"
+#include "TrayApplication.h"
+#include "TrayCallMonitor.h"
+#include "TrayMenu.h"
+
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "calllist/TNCallinglist.h"
+#include "monitor/StreamListener.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QJsonDocument>
+#include <QMenu>
+#include <QPainter>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+bool save(const QPixmap& picture, const QString& path)
+{
+    const bool ok = !picture.isNull() && picture.save(path);
+    std::fprintf(ok ? stdout : stderr, "%s %s\n", ok ? "wrote" : "could not write", qPrintable(path));
+    return ok;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(u"Tondrel"_s);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: tondrel-screenshots <folder>\n");
+        return 2;
+    }
+    const QDir out(QString::fromLocal8Bit(argv[1]));
+    QDir().mkpath(out.path());
+
+    SimulatorProcess sim;
+    if (!sim.isRunning()) {
+        std::fprintf(stderr, "simulator: %s\n", qPrintable(sim.error()));
+        return 1;
+    }
+    GuiEnv env;
+    QVariantMap home = GuiEnv::location(u"Home"_s, 1, sim.port(u"monitor"_s));
+    home.insert(u"Lines"_s, QVariantList{QVariantMap{{u"Line"_s, u"5550000"_s}, {u"Title"_s, u"SIP0"_s}}});
+    if (!env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}})) {
+        std::fprintf(stderr, "settings could not be opened\n");
+        return 1;
+    }
+    TNCallinglist& calls = *env.env->callinglist();
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    calls.insertCall({1, 1, now - 7200, u"0301234567"_s, u"1"_s, u"5550000"_s, u"0:04"_s});
+    calls.insertCall({1, 1, now - 86400, u"08005550199"_s, u"610"_s, u"5550000"_s, u"0:12"_s});
+    calls.insertCall({1, 2, now - 1800, u"0409998877"_s, u"1"_s, u"5550000"_s, u"0:00"_s});
+    calls.insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), u"mobile"_s);
+
+    RecordingPresenter presenter;
+    TrayApplication::Options options;
+    options.presenter = &presenter;
+    options.headless = true;
+    // Shown enabled, as with a router that answers; nothing is sent here.
+    options.routerCommand = [](const QString&, const QString&, const QString&) { return QString(); };
+    options.switchWLAN = [](const QString&) {};
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    StreamListener& listener = tray.callMonitor().listener();
+    if (!QTest::qWaitFor([&] { return listener.isConnected(); }, 10000) || !GuiEnv::waitForMonitorClient(sim)) {
+        std::fprintf(stderr, "the call monitor did not connect\n");
+        return 1;
+    }
+    auto post = [&sim](const QString& what, const QVariantMap& body) {
+        sim.control("POST", u"/_sim/monitor/"_s + what, QJsonDocument::fromVariant(body).toJson());
+    };
+    post(u"ring"_s, {{u"caller"_s, u"08005550199"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 1}});
+    post(u"connect"_s, {{u"connID"_s, 1}, {u"extension"_s, u"10"_s}});
+    post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 2}});
+    if (!QTest::qWaitFor([&] { return listener.monitorCalls().size() == 2; }, 5000)) {
+        std::fprintf(stderr, "the calls did not arrive\n");
+        return 1;
+    }
+    QTest::qWait(3200); // the connected call's clock runs
+
+    bool ok = true;
+    CallMonitorWindow& monitor = tray.monitorWindow();
+    monitor.openCallmonitorWindow();
+    monitor.move(40, 40);
+    QTest::qWait(300);
+    ok &= save(monitor.grab(), out.filePath(u"callmonitor.png"_s));
+    monitor.hide();
+
+    DialWindow& dial = tray.dialWindow();
+    dial.openWithNumber(u"0301234567"_s, {});
+    dial.move(40, 40);
+    QTest::qWait(300);
+    ok &= save(dial.grab(), out.filePath(u"dialing.png"_s));
+    dial.hide();
+
+    // The menu with the latest calls open beside it.
+    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU);
+    QTest::qWait(100);
+    QMenu* menu = tray.menu().menu();
+    menu->popup(QPoint(20, 20));
+    QTest::qWait(300);
+    menu->setActiveAction(tray.menu().latestCallsMenu()->menuAction());
+    QTest::qWait(800);
+    // Both menus drawn into one picture where they stand on the screen.
+    QMenu* latest = tray.menu().latestCallsMenu();
+    QRect area = menu->geometry();
+    if (latest->isVisible())
+        area = area.united(latest->geometry());
+    QPixmap picture(area.size());
+    picture.fill(Qt::transparent);
+    {
+        QPainter painter(&picture);
+        painter.drawPixmap(menu->geometry().topLeft() - area.topLeft(), menu->grab());
+        if (latest->isVisible())
+            painter.drawPixmap(latest->geometry().topLeft() - area.topLeft(), latest->grab());
+    }
+    ok &= save(picture, out.filePath(u"menu.png"_s));
+    menu->hide();
+    return ok ? 0 : 1;
+}

@@ -1,0 +1,237 @@
+#include "GuiFixture.h"
+
+#include "DialWindow.h"
+#include "ExtensionsMenu.h"
+#include "LatestCallsMenu.h"
+#include "LocationsMenu.h"
+#include "TNStatusMenu.h"
+#include "TrayApplication.h"
+#include "TrayCallMonitor.h"
+#include "TrayMenu.h"
+
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferencesManager.h"
+#include "calllist/TNCallinglist.h"
+#include "monitor/StreamListener.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMutexLocker>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct MenuRig
+{
+    GuiEnv env;
+    RecordingPresenter presenter;
+    QStringList wlanCommands;
+    std::unique_ptr<TrayApplication> tray;
+
+    bool start(const QVariantMap& locations = {{u"L1"_s, GuiEnv::location(u"Home"_s, 1, 0)}})
+    {
+        if (!env.open(locations, u"L1"_s))
+            return false;
+        TrayApplication::Options options;
+        options.presenter = &presenter;
+        options.headless = true;
+        options.switchWLAN = [this](const QString& command) { wlanCommands << command; };
+        tray = std::make_unique<TrayApplication>(*env.env, options);
+        tray->start({});
+        return true;
+    }
+    TNPreferencesManager& manager() { return env.env->manager(); }
+};
+
+QAction* actionNamed(QMenu* menu, const QString& text)
+{
+    for (QAction* a : menu->actions())
+        if (a->text().contains(text))
+            return a;
+    return nullptr;
+}
+
+QStringList texts(QMenu* menu)
+{
+    QStringList out;
+    // Sections are separators with a title.
+    for (QAction* a : menu->actions())
+        if (!a->isSeparator() || !a->text().isEmpty())
+            out << a->text();
+    return out;
+}
+} // namespace
+
+class TestTrayMenu : public QObject
+{
+    Q_OBJECT
+private slots:
+    void dockState_data();
+    void dockState();
+    void locationsAndRemoteAccess();
+    void extensionStatesFollowTheMonitor();
+    void latestCallsDial();
+    void wlanSwitch_data();
+    void wlanSwitch();
+};
+
+void TestTrayMenu::dockState_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<bool>("tray");
+    QTest::addColumn<bool>("taskbar");
+    QTest::newRow("missing key shows both") << QVariant() << true << true;
+    QTest::newRow("0 tray only") << QVariant(0) << true << false;
+    QTest::newRow("1 taskbar only") << QVariant(1) << false << true;
+    QTest::newRow("2 both") << QVariant(2) << true << true;
+    QTest::newRow("unknown value shows both") << QVariant(7) << true << true;
+}
+
+void TestTrayMenu::dockState()
+{
+    QFETCH(QVariant, stored);
+    QTemporaryDir dir;
+    SettingsStore store(dir.filePath(u"settings.json"_s));
+    if (stored.isValid())
+        store.setValue(u"MENU_DOCK_STATE"_s, stored);
+    const auto state = TNStatusMenu::dockState(store);
+    QTEST(TNStatusMenu::showsStatusItem(state), "tray");
+    QTEST(TNStatusMenu::showsTaskbarWindow(state), "taskbar");
+}
+
+void TestTrayMenu::locationsAndRemoteAccess()
+{
+    MenuRig rig;
+    QVariantMap office = GuiEnv::location(u"Office"_s, 2, 0);
+    office.insert(u"RemoteHost"_s, u"office.example.net"_s);
+    office.insert(u"RemoteAccess"_s, true);
+    office.insert(u"Extensions"_s, QVariantList{QVariantMap{{u"Intern"_s, u"51"_s}, {u"Title"_s, u"Desk"_s}}});
+    QVERIFY(rig.start({{u"L1"_s, GuiEnv::location(u"Home"_s, 1, 0)}, {u"L2"_s, office}}));
+    TrayMenu& menu = rig.tray->menu();
+    QVERIFY(!menu.remoteAccessItem()->isEnabled());
+    QVERIFY(!menu.remoteAccessItem()->isChecked());
+    QCOMPARE(texts(menu.extensionsMenu()), (QStringList{u"Kitchen"_s, u"Handset"_s}));
+    QAction* home = actionNamed(menu.locationsMenu(), u"Home"_s);
+    QAction* officeItem = actionNamed(menu.locationsMenu(), u"Office"_s);
+    QVERIFY(home && officeItem);
+    QVERIFY(home->isChecked());
+
+    officeItem->trigger();
+    QCOMPARE(rig.manager().currentUID(), u"L2"_s);
+    QTRY_COMPARE(texts(menu.extensionsMenu()), QStringList{u"Desk"_s});
+    QVERIFY(menu.remoteAccessItem()->isEnabled());
+    QVERIFY(menu.remoteAccessItem()->isChecked());
+    QVERIFY(actionNamed(menu.locationsMenu(), u"Office"_s)->isChecked());
+
+    // Switching remote access off is stored for that location.
+    menu.remoteAccessItem()->trigger();
+    QVERIFY(!menu.remoteAccessItem()->isChecked());
+    QCOMPARE(rig.manager().locationPreferencesForUID(u"L2"_s)->remoteAccess, false);
+    QVariantMap stored = rig.env.env->settings().value(u"Locations"_s).toMap().value(u"L2"_s).toMap();
+    QCOMPARE(stored.value(u"RemoteAccess"_s).toBool(), false);
+}
+
+void TestTrayMenu::extensionStatesFollowTheMonitor()
+{
+    MenuRig rig;
+    QVERIFY(rig.start());
+    ExtensionsMenu* menu = rig.tray->menu().extensionsMenu();
+    auto images = [menu] {
+        QStringList out;
+        for (QAction* a : menu->actions())
+            out << a->text() + u'=' + a->property("stateImage").toString();
+        return out;
+    };
+    QCOMPARE(images(), (QStringList{u"Kitchen=status-none"_s, u"Handset=status-none"_s}));
+
+    StreamListener& listener = rig.tray->callMonitor().listener();
+    listener.processBytes("22.11.26 10:00:00;CALL;0;1;5550000;0301234567;SIP0;\n");
+    QTRY_COMPARE(images(), (QStringList{u"Kitchen=status-away"_s, u"Handset=status-none"_s}));
+    listener.processBytes("22.11.26 10:01:00;DISCONNECT;0;12;\n");
+    QTRY_COMPARE(images(), (QStringList{u"Kitchen=status-available"_s, u"Handset=status-none"_s}));
+
+    // An extension's item starts an internal call to it.
+    menu->actions().at(1)->trigger();
+    QCOMPARE(rig.tray->dialWindow().numberField()->text(), u"**610"_s);
+    QVERIFY(rig.tray->dialWindow().isVisible());
+}
+
+void TestTrayMenu::latestCallsDial()
+{
+    MenuRig rig;
+    QVERIFY(rig.start());
+    LatestCallsMenu* menu = rig.tray->menu().latestCallsMenu();
+    QCOMPARE(texts(menu), QStringList{u"No calls yet"_s});
+
+    TNCallinglist& calls = *rig.env.env->callinglist();
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    calls.insertCall({1, 1, now - 3600, u"0301234567"_s, u"1"_s, u"5550000"_s, u"0:02"_s});
+    calls.insertCall({1, 2, now - 60, u"0409998877"_s, u"1"_s, u"5550000"_s, u"0:00"_s});
+    calls.insertCall({2, 2, now - 30, u"0111111111"_s, u"1"_s, u"5550000"_s, u"0:00"_s}); // other location
+    calls.insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), u"mobile"_s);
+    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU);
+
+    QTRY_COMPARE(menu->actions().size(), qsizetype(4)); // two sections, two calls
+    const QStringList shown = texts(menu);
+    QCOMPARE(shown.at(0), u"Incoming"_s);
+    QVERIFY2(shown.at(1).startsWith(u"0301234567\t"_s), qPrintable(shown.at(1)));
+    QCOMPARE(shown.at(2), u"Missed"_s);
+    QVERIFY2(shown.at(3).startsWith(u"Hanna Berg (0409998877)\t"_s), qPrintable(shown.at(3)));
+
+    menu->actions().at(3)->trigger();
+    DialWindow& dial = rig.tray->dialWindow();
+    QCOMPARE(dial.numberField()->text(), u"0409998877"_s);
+    QCOMPARE(dial.nameLabel()->text(), u"Hanna Berg (Mobile)"_s);
+}
+
+void TestTrayMenu::wlanSwitch_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("asked");
+    QTest::addColumn<QStringList>("sent");
+    QTest::newRow("on, user says yes") << (16 | 128) << int(QMessageBox::Yes) << true << true << QStringList{u"WLANoff"_s};
+    QTest::newRow("on, user says no") << (16 | 64) << int(QMessageBox::No) << true << true << QStringList();
+    QTest::newRow("on, user cancels") << (16 | 128) << int(QMessageBox::Cancel) << true << true << QStringList();
+    QTest::newRow("off, switched on at once") << (8 | 64) << 0 << true << false << QStringList{u"WLANon"_s};
+    QTest::newRow("state not known yet") << 4 << 0 << false << false << QStringList();
+}
+
+void TestTrayMenu::wlanSwitch()
+{
+    QFETCH(int, status);
+    QFETCH(int, answer);
+    QFETCH(bool, enabled);
+    MenuRig rig;
+    QVERIFY(rig.start());
+    bool asked = false;
+    // The dialog is replaced by the answer the row gives.
+    TrayMenu::Hooks hooks;
+    hooks.switchWLAN = [&rig](const QString& command) { rig.wlanCommands << command; };
+    hooks.askWLANoff = [&] {
+        asked = true;
+        return answer;
+    };
+    TrayMenu menu(rig.manager(), rig.tray->callMonitor().listener(), rig.tray->callMonitor().conductor(),
+                  rig.env.env->callinglist(), hooks);
+    {
+        const auto prefs = rig.manager().currentPreferences();
+        QMutexLocker lock(&prefs->runtimeMutex());
+        prefs->WLANStatus = status;
+    }
+    NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
+    QTest::qWait(0);
+    QTRY_COMPARE(menu.wlanItem()->isEnabled(), enabled);
+    if (menu.wlanItem()->isEnabled())
+        menu.wlanItem()->trigger();
+    QTEST(asked, "asked");
+    QTEST(rig.wlanCommands, "sent");
+}
+
+QTEST_MAIN(TestTrayMenu)
+#include "tst_traymenu.moc"
