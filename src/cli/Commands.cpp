@@ -3,6 +3,7 @@
 #include "commands/DiscoverCommand.h"
 #include "commands/FaxCommand.h"
 #include "commands/LocationCommand.h"
+#include "commands/SettingsCommand.h"
 #include "commands/VoicemailCommand.h"
 #include "commands/LookupCommand.h"
 #include "commands/NumberCommand.h"
@@ -15,6 +16,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
 {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<LocationCommand>());
+    commands.push_back(std::make_unique<SettingsCommand>());
     commands.push_back(std::make_unique<VoicemailCommand>());
     commands.push_back(std::make_unique<FaxCommand>());
     commands.push_back(std::make_unique<DiscoverCommand>());
