@@ -1,10 +1,30 @@
 #include "Command.h"
 
+#include "commands/DectCommand.h"
+#include "commands/DialCommand.h"
+#include "commands/DiversionCommand.h"
+#include "commands/HangupCommand.h"
 #include "commands/LocationCommand.h"
+#include "commands/LoginCommand.h"
+#include "commands/PhoneListCommand.h"
+#include "commands/QueryCommand.h"
+#include "commands/StatusCommand.h"
+#include "commands/WlanCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<LocationCommand>());
+    commands.push_back(std::make_unique<LoginCommand>());
+    commands.push_back(std::make_unique<QueryCommand>());
+    commands.push_back(std::make_unique<DialCommand>());
+    commands.push_back(std::make_unique<HangupCommand>());
+    commands.push_back(std::make_unique<DiversionCommand>());
+    commands.push_back(std::make_unique<WlanCommand>());
+    commands.push_back(std::make_unique<DectCommand>());
+    commands.push_back(std::make_unique<StatusCommand>());
+    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::Extensions));
+    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::Lines));
+    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::FaxLines));
     return commands;
 }
