@@ -53,8 +53,8 @@
         <translation>Das Zertifikat der FRITZ!Box für den Fernzugang hat sich geändert. Die Verbindung wurde abgelehnt; akzeptieren Sie das neue Zertifikat in den Einstellungen des Orts, wenn Sie ihm vertrauen.</translation>
     </message>
     <message>
-        <source>The router cannot be reached.</source>
-        <translation>Die FRITZ!Box ist nicht erreichbar.</translation>
+        <source>The router cannot be reached at %1.</source>
+        <translation>Die FRITZ!Box ist unter %1 nicht erreichbar.</translation>
     </message>
     <message>
         <source>The router does not allow access for applications (TR-064). Turn it on in the router&apos;s home network settings.</source>

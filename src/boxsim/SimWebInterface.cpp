@@ -178,13 +178,14 @@ std::string SimWebInterface::webcm(const httplib::Request& req, int* status)
 {
     const SimParams params = SimParams::fromRequest(req);
     const QString getpage = params.value(QStringLiteral("getpage"));
-    if (getpage.contains(QStringLiteral("login_sid.xml")))
-        return m_login.formLoginAnswer(params);
+    // Current firmware has no webcm at all, its old login page included.
     const QString fw = m_state.firmware();
     if (fw == u"lua") {
         *status = 404;
         return "<html><body>404 Not Found</body></html>";
     }
+    if (getpage.contains(QStringLiteral("login_sid.xml")))
+        return m_login.formLoginAnswer(params);
     const QString password = m_state.user(QString()).value(QStringLiteral("password")).toString();
     const bool allowed = fw == u"nologin"
                              ? params.value(QStringLiteral("login:command/password")) == password

@@ -28,7 +28,7 @@ QString failureText(TNPreferences& prefs)
         return session.errorMessage;
     const QString where = prefs.remoteAccess ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
                                              : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
-    return QStringLiteral("%1 (%2)").arg(Localization::localized(QStringLiteral("errorBoxUnreachable")), where);
+    return Localization::localizedFormat(QStringLiteral("errorBoxUnreachable"), where);
 }
 
 void ensureSession(TNPreferences& prefs)

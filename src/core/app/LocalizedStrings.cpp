@@ -33,7 +33,8 @@ const LocalizedString kStrings[] = {
     {"errorCertificateChanged",
      QT_TRANSLATE_NOOP("Tondrel", "The router's certificate for remote access has changed. The connection was "
                                   "refused; accept the new certificate in the location's settings if you trust it.")},
-    {"errorBoxUnreachable", QT_TRANSLATE_NOOP("Tondrel", "The router cannot be reached.")},
+    //: %1: host and port
+    {"errorBoxUnreachable", QT_TRANSLATE_NOOP("Tondrel", "The router cannot be reached at %1.")},
 
     // TR-064.
     {"errorTR064", QT_TRANSLATE_NOOP("Tondrel", "The router does not allow access for applications (TR-064). "

@@ -192,14 +192,16 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
             p.parameters = QStringLiteral("&telcfg:command/RefreshDiversity=");
         }
     } else if (action == u"setDECT") {
+        // The switch hands its value as the port text; the number text serves older callers.
+        const QString value = givenPort.isEmpty() ? number : givenPort;
         p.right = adminRight;
         if (lua) {
             p.path = QStringLiteral("/dect/dect_settings.lua");
-            p.parameters = number == u"0" ? QStringLiteral("&dect_assi=0&btnSave=")
+            p.parameters = value == u"0" ? QStringLiteral("&dect_assi=0&btnSave=")
                                           : QStringLiteral("&dect_activ=on&dect_pin=****&btnSave=");
         } else {
             p.path = webcm;
-            p.parameters = QStringLiteral("&dect:settings/enabled=") + number;
+            p.parameters = QStringLiteral("&dect:settings/enabled=") + value;
         }
     } else if (action == u"query" || action == u"querylua") {
         p.encoding = FBEncoding::Utf8;

@@ -308,7 +308,9 @@ QString TNSessionManager::startWithRequest(const FBRequest& request)
                                        || connection.curlCode == 6 /* couldn't resolve */
                                        || connection.curlCode == 28 || connection.curlCode == 56;
         errorMessage.clear();
-        if (connection.certificateRefused || (FBNetworkHelper::isInternetConnection() && !plainReachability))
+        if (connection.certificateRefused)
+            errorMessage = connection.errorDescription;
+        else if (FBNetworkHelper::isInternetConnection() && !plainReachability)
             errorMessage = QStringLiteral("%1 (%2)").arg(connection.errorDescription).arg(connection.curlCode);
         qCInfo(lcBox) << "Session didFailWithError" << connection.curlCode << connection.errorDescription;
         return QStringLiteral("-2");
