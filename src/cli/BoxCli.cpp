@@ -35,8 +35,12 @@ void ensureSession(TNPreferences& prefs)
 {
     TNSessionManager& session = TNSessionManager::forPreferences(prefs);
     session.currentSessionIDUsePreferences(&prefs);
-    if (session.sessionResult != TNSessionResultLoggedIn || !FBApplicationHelper::lastAlertBodyOnThisThread().isEmpty())
+    // A wrong password on current firmware still ends as a session without login: the alert tells.
+    const bool wrongPassword = FBApplicationHelper::lastAlertBodyOnThisThread()
+                               == Localization::localized(QStringLiteral("errorWrongPass"));
+    if (session.sessionResult != TNSessionResultLoggedIn || wrongPassword)
         throw CliError(1, failureText(prefs));
+    FBApplicationHelper::clearLastAlertOnThisThread();
 }
 
 void checkAnswer(const QString& answer, TNPreferences& prefs)

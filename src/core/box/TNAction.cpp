@@ -300,8 +300,7 @@ QString TNAction::runLuaComposite(const QString& action, const QString& number, 
     }
     // The right is checked before anything is sent, the dial port query included.
     const Plan plan = planFor(action, number, port, *m_prefs);
-    TNSessionManager& session = TNSessionManager::forPreferences(*m_prefs);
-    session.currentSessionIDUsePreferences(m_prefs);
+    const TNSessionManager& session = TNSessionManager::forPreferences(*m_prefs);
     if (session.sessionResult == TNSessionResultLoggedIn && !(session.userRights & plan.right)) {
         FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("missingUserRights")));
         return QStringLiteral(" ");
@@ -317,8 +316,10 @@ QString TNAction::dialWithAction(const QString& action, const QString& number, c
         return QStringLiteral(" ");
     m_prefs = prefs;
     // The login tells which firmware answers, so it comes before the form is chosen.
-    if (planFor(action, number, port, *prefs).needsSession)
+    if (planFor(action, number, port, *prefs).needsSession && !m_sessionChecked) {
         TNSessionManager::forPreferences(*prefs).currentSessionIDUsePreferences(prefs);
+        m_sessionChecked = true;
+    }
     if (prefs->useLUA) {
         bool handled = false;
         const QString r = runLuaComposite(action, number, port, &handled);
@@ -337,7 +338,8 @@ QString TNAction::send(const QString& action, const Plan& planIn)
     }
     TNSessionManager& session = TNSessionManager::forPreferences(*m_prefs);
     if (plan.needsSession) {
-        session.currentSessionIDUsePreferences(m_prefs);
+        if (!m_sessionChecked)
+            session.currentSessionIDUsePreferences(m_prefs);
         if (session.sessionResult == TNSessionResultUnreachable) {
             qCInfo(lcBox) << "Show Error? network available:" << FBNetworkHelper::isInternetConnection();
             if (!session.errorMessage.isEmpty())

@@ -16,7 +16,11 @@ class TNAction
 {
 public:
     QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs);
-    void finish() { m_prefs = nullptr; }
+    void finish()
+    {
+        m_prefs = nullptr;
+        m_sessionChecked = false;
+    }
 
     QString cancelOnString;
 
@@ -50,4 +54,6 @@ private:
     QString ensureDialPort(const QString& port);
 
     TNPreferences* m_prefs = nullptr;
+    // One session check per command, also when a command sends several requests.
+    bool m_sessionChecked = false;
 };
