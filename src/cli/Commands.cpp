@@ -6,7 +6,9 @@
 #include "commands/HangupCommand.h"
 #include "commands/LocationCommand.h"
 #include "commands/LoginCommand.h"
-#include "commands/PhoneListCommand.h"
+#include "commands/ExtensionsCommand.h"
+#include "commands/FaxLinesCommand.h"
+#include "commands/LinesCommand.h"
 #include "commands/QueryCommand.h"
 #include "commands/StatusCommand.h"
 #include "commands/WlanCommand.h"
@@ -23,8 +25,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<WlanCommand>());
     commands.push_back(std::make_unique<DectCommand>());
     commands.push_back(std::make_unique<StatusCommand>());
-    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::Extensions));
-    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::Lines));
-    commands.push_back(std::make_unique<PhoneListCommand>(PhoneListCommand::Kind::FaxLines));
+    commands.push_back(std::make_unique<ExtensionsCommand>());
+    commands.push_back(std::make_unique<LinesCommand>());
+    commands.push_back(std::make_unique<FaxLinesCommand>());
     return commands;
 }

@@ -8,9 +8,9 @@
 
 class TNPreferences;
 
-// extensions|lines|faxlines refresh|list: the router's extensions and lines, merged into the
-// location. One class, three top-level commands that differ only in their list.
-class PhoneListCommand final : public Command
+// refresh|list of the router's extensions or lines, merged into the location: what the
+// commands extensions, lines and faxlines share.
+class PhoneListCommand : public Command
 {
 public:
     enum class Kind { Extensions, Lines, FaxLines };
