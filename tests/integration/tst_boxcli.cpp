@@ -175,6 +175,49 @@ private slots:
         QCOMPARE(QJsonDocument(actionsOf(sim, kind)).toJson(QJsonDocument::Compact), expected);
     }
 
+    void statusAndPhoneLists_data()
+    {
+        QTest::addColumn<QByteArray>("scenario");
+        QTest::addColumn<QString>("model");
+        QTest::newRow("current firmware: information page") << QByteArray("{\"firmware\":\"lua\",\"language\":\"en\"}")
+                                                            << QStringLiteral("FRITZ!Box 7590");
+        QTest::newRow("older firmware: configuration definition")
+            << QByteArray("{\"firmware\":\"form\",\"language\":\"en\",\"model\":\"FRITZ!Box Fon WLAN 7170\",\"firmwareVersion\":\"29.04.87\"}")
+            << QStringLiteral("FRITZ!Box Fon WLAN 7170");
+    }
+    void statusAndPhoneLists()
+    {
+        QFETCH(QByteArray, scenario);
+        QFETCH(QString, model);
+        TempEnv env;
+        SimulatorProcess sim({QStringLiteral("--scenario"), writeScenario(env, scenario)});
+        QVERIFY(sim.isRunning());
+        const QString user = scenario.contains("form") ? QStringLiteral("admin") : QString();
+        QVERIFY(addLocation(env, sim.port(QStringLiteral("web")), sim.port(QStringLiteral("tr064")), user));
+        const CliResult status = runCli(env, {QStringLiteral("--json"), QStringLiteral("status")});
+        QVERIFY2(status.exitCode == 0, status.err.constData());
+        const QJsonObject o = QJsonDocument::fromJson(status.out).object();
+        QCOMPARE(o.value(QStringLiteral("WLANStatus")).toInt(), 144);
+        QCOMPARE(o.value(QStringLiteral("DECTStatus")).toInt(), 16);
+        QCOMPARE(o.value(QStringLiteral("wlanSSID_scnd")).toString(), QStringLiteral("FRITZ!Box 7590 XY 5GHz"));
+        QCOMPARE(o.value(QStringLiteral("model")).toString(), model);
+        QCOMPARE(o.value(QStringLiteral("language")).toString(), QStringLiteral("en"));
+
+        const CliResult ext = runCli(env, {QStringLiteral("extensions"), QStringLiteral("refresh")});
+        QVERIFY2(ext.exitCode == 0, ext.err.constData());
+        QCOMPARE(QString::fromUtf8(ext.out), QStringLiteral("1\tFON\tTelefon Küche\n2\tFON\tFax\n50\tS0\tISDN devices\n610\tDECT\tMobilteil 1\n"));
+        QCOMPARE(runCli(env, {QStringLiteral("extensions"), QStringLiteral("list")}).out, ext.out);
+
+        // A line the user hides stays hidden after the next refresh.
+        QCOMPARE(runCli(env, {QStringLiteral("lines"), QStringLiteral("refresh")}).exitCode, 0);
+        QCOMPARE(runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QStringLiteral("Lines"),
+                              QStringLiteral("[{\"Line\":\"5559876\",\"Title\":\"Mine\",\"HideList\":true}]")}).exitCode, 0);
+        const CliResult lines = runCli(env, {QStringLiteral("lines"), QStringLiteral("refresh")});
+        QCOMPARE(QString::fromUtf8(lines.out), QStringLiteral("5559876\tSIP1 (hidden in list)\n5551234\t5551234\n"));
+        const CliResult fax = runCli(env, {QStringLiteral("faxlines"), QStringLiteral("refresh")});
+        QCOMPARE(fax.out, QByteArray("5551235\t5551235\n"));
+    }
+
     void refusedBeforeAnythingIsSent_data()
     {
         QTest::addColumn<QByteArray>("rights");

@@ -164,6 +164,29 @@ private slots:
         QVERIFY(QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
     }
 
+    void wlanOffAsksTheSecondRadioOnlyWhenItExists_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("requests");
+        QTest::newRow("second radio unknown (0x20)") << 48 << 1;
+        QTest::newRow("second radio on") << 144 << 2;
+    }
+    void wlanOffAsksTheSecondRadioOnlyWhenItExists()
+    {
+        QFETCH(int, status);
+        QFETCH(int, requests);
+        SimulatorProcess sim;
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        b->prefs->tr064Port = sim.port(QStringLiteral("tr064"));
+        b->prefs->WLANStatus = status;
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get());
+        int soap = 0;
+        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
+            soap += v.toObject().value(QStringLiteral("via")).toString() == u"tr064";
+        QCOMPARE(soap, requests);
+    }
+
     void wrongPasswordOnCurrentFirmwareFallsBackToNoSession()
     {
         SimulatorProcess sim;
