@@ -187,6 +187,34 @@ private slots:
         QCOMPARE(soap, requests);
     }
 
+    void fetchedPagesCarryTheirMarker_data()
+    {
+        QTest::addColumn<QByteArray>("scenario");
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("marker");
+        const QByteArray lua = "{\"firmware\":\"lua\"}";
+        const QByteArray form = "{\"firmware\":\"form\"}";
+        QTest::newRow("WLAN page, Lua") << lua << QStringLiteral("getWLAN") << QStringLiteral("<!-- pagename:/wlan/wlan_settings.lua-->");
+        QTest::newRow("call-through page, Lua") << lua << QStringLiteral("filter") << QStringLiteral("<!-- pagename:/fon_num/callthrough.lua-->");
+        QTest::newRow("WLAN page, older firmware") << form << QStringLiteral("getWLAN") << QStringLiteral("name=\"var:pagename\" value=\"common\"");
+        QTest::newRow("update page, older firmware") << form << QStringLiteral("firmware") << QStringLiteral("name=\"var:pagename\" value=\"update\"");
+    }
+    void fetchedPagesCarryTheirMarker()
+    {
+        QFETCH(QByteArray, scenario);
+        QFETCH(QString, command);
+        QFETCH(QString, marker);
+        SimulatorProcess sim({QStringLiteral("--scenario"), this->scenario(scenario)});
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        const QString page = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        QVERIFY2(page.contains(marker), qPrintable(page));
+        // With a session the router no longer knows, its login page is the answer.
+        b->prefs->sessionID = QStringLiteral("0123456789abcdef");
+        const QString login = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        QVERIFY(login.contains(QStringLiteral("<input type=\"password\"")));
+    }
+
     void wrongPasswordOnCurrentFirmwareFallsBackToNoSession()
     {
         SimulatorProcess sim;

@@ -249,9 +249,11 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
             } else {
                 const QString lang = prefs.boxLanguage.isEmpty() ? QStringLiteral("de") : prefs.boxLanguage;
                 p.path = webcm;
-                p.parameters = QStringLiteral("&getpage=..%2Fhtml%2F%1%2Fmenus%2Fmenu2.html&var%3Alang=%1"
-                                              "&var%3Apagename=%2&var%3Amenu=%3")
-                                   .arg(lang, QLatin1String(page.pagename), QLatin1String(page.menu));
+                // Joined, not formatted: the escapes would read as placeholders.
+                p.parameters = QStringLiteral("&getpage=..%2Fhtml%2F") + lang
+                               + QStringLiteral("%2Fmenus%2Fmenu2.html&var%3Alang=") + lang
+                               + QStringLiteral("&var%3Apagename=") + QLatin1String(page.pagename)
+                               + QStringLiteral("&var%3Amenu=") + QLatin1String(page.menu);
                 p.pageMarker = QStringLiteral("name=\"var:pagename\" value=\"%1\"").arg(QLatin1String(page.pagename));
             }
         }
