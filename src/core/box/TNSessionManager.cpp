@@ -59,8 +59,8 @@ void TNSessionManager::currentSessionIDUsePreferences(TNPreferences* prefs)
 {
     if (!prefs)
         return;
-    currentPreferences = prefs;
     QMutexLocker lock(&m_lock);
+    currentPreferences = prefs;
     {
         QMutexLocker plock(&prefs->runtimeMutex());
         hostName = prefs->hostName;
