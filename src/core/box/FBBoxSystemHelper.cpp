@@ -120,6 +120,18 @@ void getWLANStatusInBackground(TNPreferences* prefs)
     QThreadPool::globalInstance()->start([prefs] { threadcheckWLANStatus(prefs); });
 }
 
+void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command)
+{
+    if (prefs)
+        QThreadPool::globalInstance()->start([prefs, command] { threadSetWLANStatus(prefs.get(), command); });
+}
+
+void setDECTStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command)
+{
+    if (prefs)
+        QThreadPool::globalInstance()->start([prefs, command] { threadSetDECTStatus(prefs.get(), command); });
+}
+
 QString languageFromLoginScreen(const QString& page)
 {
     static const QRegularExpression re(QStringLiteral(".*/html/(.*)/menus/.*"));

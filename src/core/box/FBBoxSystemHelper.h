@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <memory>
+
 class TNPreferences;
 
 // What the router says about itself, and the WLAN and DECT switches.
@@ -22,6 +24,9 @@ void threadcheckWLANStatus(TNPreferences* prefs);
 QString threadSetWLANStatus(TNPreferences* prefs, const QString& command);
 QString threadSetDECTStatus(TNPreferences* prefs, const QString& command);
 void getWLANStatusInBackground(TNPreferences* prefs = nullptr);
+// The switches on a thread of their own; the settings object is kept alive until they end.
+void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command);
+void setDECTStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command);
 
 QString languageFromLoginScreen(const QString& page);
 QString requestBoxLanguageUsePreferences(TNPreferences* prefs);

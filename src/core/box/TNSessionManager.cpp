@@ -49,6 +49,13 @@ TNSessionManager& TNSessionManager::forPreferences(TNPreferences& prefs)
     return *prefs.sessionManager;
 }
 
+void TNSessionManager::performWithUserRights(TNPreferences& prefs)
+{
+    TNSessionManager& manager = forPreferences(prefs);
+    if (manager.userRights & TNSessionRightBase)
+        manager.currentSessionIDUsePreferences(&prefs);
+}
+
 double TNSessionManager::now() const
 {
     static const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);

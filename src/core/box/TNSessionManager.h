@@ -21,6 +21,9 @@ public:
     // The manager owned by a location's settings object, made on first use.
     static TNSessionManager& forPreferences(TNPreferences& prefs);
 
+    // The settings' own session check: only while the base right stands.
+    static void performWithUserRights(TNPreferences& prefs);
+
     // Makes sure the settings hold a usable SID, logging in when needed.
     void currentSessionIDUsePreferences(TNPreferences* prefs);
     void updatedSessionID();
