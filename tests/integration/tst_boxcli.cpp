@@ -287,6 +287,19 @@ private slots:
         QCOMPARE(refused.exitCode, 1);
         QVERIFY2(refused.err.contains("certificate"), refused.err.constData());
         QVERIFY(QJsonDocument::fromJson(second.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
+
+        // Accepting the new certificate: the key is cleared and pinned again at the next login.
+        QVERIFY(set("RemoteCertificateKey", QString()));
+        QCOMPARE(runCli(env, {QStringLiteral("login")}).exitCode, 0);
+        const CliResult again = runCli(env, {QStringLiteral("location"), QStringLiteral("show")});
+        const auto keyLine = [](const QByteArray& out) {
+            for (const QByteArray& line : out.split('\n'))
+                if (line.startsWith("RemoteCertificateKey = sha256//"))
+                    return line;
+            return QByteArray();
+        };
+        QVERIFY(!keyLine(again.out).isEmpty());
+        QVERIFY(keyLine(again.out) != keyLine(shown.out));
     }
 
     void switchedOffRouterGivesOneLine_data()

@@ -52,9 +52,8 @@ const PageDef kPages[] = {
     {"boxLanguage", "/home/home.lua", "home", "home"},
 };
 
-QString soapEnable(int radio, bool on)
+QString soapEnable(bool on)
 {
-    Q_UNUSED(radio);
     return QStringLiteral("<ns1:SetEnable><NewEnable xsi:type=\"xsd:int\">%1</NewEnable></ns1:SetEnable>").arg(on ? 1 : 0);
 }
 
@@ -124,7 +123,7 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
         p.right = adminRight;
         if (lua) {
             p.soap = {QStringLiteral("wlanconfig%1").arg(radio), QStringLiteral("WLANConfiguration:%1").arg(radio),
-                      QStringLiteral("SetEnable"), soapEnable(radio, on)};
+                      QStringLiteral("SetEnable"), soapEnable(on)};
         } else {
             p.path = webcm;
             p.parameters = QStringLiteral("&wlan:settings/%1=%2")

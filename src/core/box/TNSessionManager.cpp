@@ -300,9 +300,6 @@ QString TNSessionManager::startWithRequest(const FBRequest& request)
     FBConnection connection(currentPreferences);
     connection.timeoutSeconds = loginTimeoutSeconds;
     connection.onUnauthorized = [this] { onUnauthorized(); };
-    if (remoteAccess) {
-        connection.useDigest = false;
-    }
     finished = false;
     errorOccured = false;
     ++requestCount;
