@@ -14,7 +14,6 @@
 
 #include <QMutex>
 #include <QRegularExpression>
-#include <QTimeZone>
 
 namespace {
 const QString kInvalidSID = QStringLiteral("0000000000000000");
