@@ -117,7 +117,7 @@ QString CallMonitorWindow::stateText(const CallRecord& call)
     if (call.cmd == u"DIAL")
         return tr("Dialling…");
     if (call.cmd == u"CALL")
-        return call.externalStart ? tr("Calling") : tr("Pick up the handset");
+        return tr("Calling");
     if (call.cmd == u"CONNECT")
         return tr("Connected");
     if (call.cmd == u"DISCONNECT") {

@@ -223,25 +223,24 @@ void DialWindow::runCommand(const QString& action, const QString& number, const 
     QPointer<DialWindow> self(this);
     RouterCommand command = m_command;
     QThreadPool::globalInstance()->start([self, command, action, number, port] {
-        const QString answer = command(action, number, port);
+        const RouterCommandResult result = command(action, number, port);
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [self, action, answer] { if (self) self->commandDone(action, answer); }, Qt::QueuedConnection);
+            QCoreApplication::instance(), [self, action, result] { if (self) self->commandDone(action, result); },
+            Qt::QueuedConnection);
     });
 }
 
-void DialWindow::commandDone(const QString& action, const QString& answer)
+void DialWindow::commandDone(const QString& action, const RouterCommandResult& result)
 {
     m_busy = false;
-    const bool ok = answer != u" " && answer != u"-2";
+    const bool ok = result.ok;
     const bool dialling = action == u"call";
     if (ok) {
         setStatus(dialling ? tr("The router is calling: pick up the handset of “%1”.").arg(m_extension->currentText())
                            : tr("Hung up."),
                   false);
     } else {
-        setStatus(answer == u"-2" ? tr("The router could not be reached.")
-                                  : tr("The router did not take the command (see the message about it)."),
-                  true);
+        setStatus(result.error.isEmpty() ? tr("The router did not take the command.") : result.error, true);
     }
     // A call that did not start, or that was hung up, ends in the monitor too.
     if (!m_callUID.isEmpty() && (!ok || !dialling)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "box/RouterCommand.h"
 #include "contacts/DialCompletion.h"
 
 #include <QStringList>
@@ -24,9 +25,9 @@ class DialWindow : public QWidget
 {
     Q_OBJECT
 public:
-    // Runs one router command (action, number, port) and returns its answer; called on a pool
-    // thread. " " means not sent (the reason was reported), "-2" the router was not reached.
-    using RouterCommand = std::function<QString(const QString& action, const QString& number, const QString& port)>;
+    // Runs one router command (action, number, port) on a pool thread.
+    using RouterCommand =
+        std::function<RouterCommandResult(const QString& action, const QString& number, const QString& port)>;
     // Asks before dialling when the location wants it ("ConfirmDial"); a dialog unless set.
     using Confirm = std::function<bool(const QString& number, const QString& name)>;
 
@@ -60,7 +61,7 @@ signals:
 private:
     void onTextChanged(const QString& text);
     void runCommand(const QString& action, const QString& number, const QString& port);
-    void commandDone(const QString& action, const QString& answer);
+    void commandDone(const QString& action, const RouterCommandResult& result);
     void setStatus(const QString& text, bool error);
     QString currentPort() const;
 

@@ -8,20 +8,67 @@
 #include "TrayMenu.h"
 
 #include "app/AppEnvironment.h"
-#include "app/Clock.h"
 #include "app/DialURL.h"
 #include "app/Logging.h"
 #include "app/NotificationNames.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
-#include "calllist/CallinglistCallerCache.h"
+#include "box/FBApplicationHelper.h"
+#include "box/FBBoxSystemHelper.h"
+#include "box/RouterCommand.h"
 #include "calllist/TNCallinglist.h"
-#include "contacts/ContactsServices.h"
 #include "monitor/DBusNotificationPresenter.h"
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSet>
+#include <QThreadPool>
 #include <QUrl>
+
+TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env)
+{
+    TNPreferencesManager* manager = &env.manager();
+    Options options;
+    options.routerCommand = [manager](const QString& action, const QString& number, const QString& port) {
+        const auto prefs = manager->currentPreferences();
+        return FBBoxConnectionHelper::runRouterCommand(action, number, port, prefs.get());
+    };
+    options.switchWLAN = [manager](const QString& command) {
+        if (auto prefs = manager->currentPreferences())
+            FBBoxSystemHelper::setWLANStatusInBackground(std::move(prefs), command);
+    };
+    options.checkRouterStatus = [manager] {
+        // The settings object stays alive until the check ends.
+        if (auto prefs = manager->currentPreferences())
+            QThreadPool::globalInstance()->start([prefs] { FBBoxConnectionHelper::checkRouterStatusWithSession(prefs.get()); });
+    };
+    return options;
+}
+
+void TrayApplication::installAlertPresenter()
+{
+    FBApplicationHelper::setAlertPresenter([](const QVariantMap& params) {
+        const QString title = params.value(QStringLiteral("Title")).toString();
+        const QString body = params.value(QStringLiteral("Body")).toString();
+        // Raised on a worker thread; shown on the main one, one box per text at a time.
+        QMetaObject::invokeMethod(
+            qApp,
+            [title, body] {
+                static QSet<QString> open;
+                if (open.contains(body))
+                    return;
+                open.insert(body);
+                auto* box = new QMessageBox(QMessageBox::Warning, title.isEmpty() ? QStringLiteral("Tondrel") : title,
+                                            body, QMessageBox::Ok);
+                box->setAttribute(Qt::WA_DeleteOnClose);
+                QObject::connect(box, &QObject::destroyed, qApp, [body] { open.remove(body); });
+                box->show();
+            },
+            Qt::QueuedConnection);
+    });
+}
 
 TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* parent)
     : QObject(parent), m_env(env), m_options(std::move(options))
@@ -31,12 +78,6 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
         m_ownPresenter = std::make_unique<DBusNotificationPresenter>();
         presenter = m_ownPresenter.get();
     }
-    if (env.callinglist())
-        m_cache = std::make_unique<CallinglistCallerCache>(*env.callinglist());
-    m_contacts = std::make_unique<ContactsServices>(env.paths().dataDir, env.paths().scriptsDir(), env.settings(),
-                                                    m_cache.get(), Clock::system());
-    m_contacts->install();
-
     m_status = std::make_unique<TNStatusMenu>();
     TrayCallMonitor::Hooks hooks;
     hooks.setStatusItemState = [this](int state) { m_status->setStatusItemState(state); };
@@ -51,6 +92,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
 
     TrayMenu::Hooks menuHooks;
     menuHooks.switchWLAN = m_options.switchWLAN;
+    menuHooks.askWLANoff = m_options.askWLANoff;
     m_menu = std::make_unique<TrayMenu>(env.manager(), m_monitor->listener(), m_monitor->conductor(),
                                         env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
@@ -72,8 +114,6 @@ TrayApplication::~TrayApplication()
     m_monitorWindow.reset();
     m_menu.reset();
     m_monitor.reset();
-    m_contacts.reset();
-    m_cache.reset();
 }
 
 void TrayApplication::start(const QStringList& arguments)

@@ -10,8 +10,6 @@
 
 class AppEnvironment;
 class CallMonitorWindow;
-class CallinglistCallerCache;
-class ContactsServices;
 class NotificationPresenter;
 class TNStatusMenu;
 class TrayCallMonitor;
@@ -31,12 +29,20 @@ public:
         DialWindow::RouterCommand routerCommand;
         // Sends "WLANon"/"WLANoff" in the background; none: no Wi-Fi switch.
         std::function<void(const QString& command)> switchWLAN;
+        // Answers the question before the Wi-Fi goes off (tests); a dialog unless set.
+        std::function<int()> askWLANoff;
         // Asks the router for its status in the background (every 600 s and on activation).
         std::function<void()> checkRouterStatus;
         // Tests and screenshots: neither status item nor taskbar window, whatever
         // "MENU_DOCK_STATE" says.
         bool headless = false;
     };
+
+    // The router's own commands for the current location: dialling, the Wi-Fi switch and the
+    // status check, each on a background thread.
+    static Options routerOptions(AppEnvironment& env);
+    // Alerts raised by router work (wrong password, missing rights) appear as message boxes.
+    static void installAlertPresenter();
 
     TrayApplication(AppEnvironment& env, Options options, QObject* parent = nullptr);
     ~TrayApplication() override;
@@ -62,8 +68,6 @@ private:
     AppEnvironment& m_env;
     Options m_options;
     std::unique_ptr<NotificationPresenter> m_ownPresenter;
-    std::unique_ptr<CallinglistCallerCache> m_cache;
-    std::unique_ptr<ContactsServices> m_contacts;
     std::unique_ptr<TNStatusMenu> m_status;
     std::unique_ptr<TrayCallMonitor> m_monitor;
     std::unique_ptr<TrayMenu> m_menu;

@@ -1,6 +1,7 @@
 #include "TrayCallMonitor.h"
 
 #include "app/AppEnvironment.h"
+#include "app/ServiceAdapters.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
@@ -12,7 +13,7 @@ TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* pre
     services.settings = &env.settings();
     services.presenter = presenter;
     services.scripts = &m_scripts;
-    services.names = &m_names;
+    services.names = &env.callerNames();
     services.openURL = std::move(hooks.openURL);
     services.setStatusItemState = std::move(hooks.setStatusItemState);
     services.openCallmonitorWindow = std::move(hooks.openCallmonitorWindow);

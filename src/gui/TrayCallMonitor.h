@@ -3,7 +3,6 @@
 #include "app/AppConductor.h"
 #include "app/NetworkReachability.h"
 #include "app/SleepWatcher.h"
-#include "contacts/SharedCallerNameResolver.h"
 #include "monitor/StreamListener.h"
 #include "monitor/TNScriptManager.h"
 
@@ -38,7 +37,6 @@ public:
     StreamListener& listener() { return *m_listener; }
 
 private:
-    SharedCallerNameResolver m_names;
     TNScriptManager m_scripts;
     std::unique_ptr<StreamListener> m_listener;
     SystemNetworkReachability m_reachability;

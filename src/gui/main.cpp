@@ -34,7 +34,8 @@ int main(int argc, char** argv)
             return 1;
     }
 
-    TrayApplication tray(env, TrayApplication::Options{});
+    TrayApplication::installAlertPresenter();
+    TrayApplication tray(env, TrayApplication::routerOptions(env));
     QObject::connect(&instance, &SingleInstance::argumentsReceived, &tray, &TrayApplication::handleArguments);
     tray.start(QApplication::arguments().mid(1));
     return app.exec();

@@ -3,6 +3,8 @@
 #include "TestSupport.h"
 
 #include "app/AppEnvironment.h"
+#include "app/SecretStore.h"
+#include "app/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
 
 #include <QDir>
@@ -79,6 +81,23 @@ struct GuiEnv
         env = std::make_unique<AppEnvironment>(paths, QStringLiteral("file"));
         QString error;
         return env->open(false, &error);
+    }
+
+    // A location on the simulated router: its web, TR-064 and call monitor ports.
+    static QVariantMap routerLocation(const QString& name, int profile, SimulatorProcess& sim)
+    {
+        QVariantMap l = location(name, profile, sim.port(QStringLiteral("monitor")));
+        l.insert(QStringLiteral("WebPort"), sim.port(QStringLiteral("web")));
+        l.insert(QStringLiteral("TR064Port"), sim.port(QStringLiteral("tr064")));
+        return l;
+    }
+
+    // Stores the router password of a location and reloads the current one.
+    void setPassword(const QString& uid, const QString& password)
+    {
+        env->secrets().write(SecretStore::keychainServiceForKey(QStringLiteral("Pass"), uid),
+                             SecretStore::keychainAccountForKey(QStringLiteral("Pass")), password);
+        env->manager().activateCurrentLocation();
     }
 
     // The simulator has accepted the call monitor's connection (events before that are lost).

@@ -1,5 +1,6 @@
 #include "GuiFixture.h"
 
+#include "CallMonitorWindow.h"
 #include "DialWindow.h"
 #include "SingleInstance.h"
 #include "TrayApplication.h"
@@ -12,6 +13,10 @@
 #include <QComboBox>
 #include <QCompleter>
 #include <QDataStream>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTreeWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocalSocket>
@@ -50,7 +55,128 @@ private slots:
     void completionFromBookAndCallerCache();
     void extensionsOfTheLocation();
     void secondStartHandsOverTelURL();
+    void dialThroughTheRouter_data();
+    void dialThroughTheRouter();
+    void dialledCallFollowsTheMonitorAndHangsUp();
 };
+
+namespace {
+QJsonArray simActions(SimulatorProcess& sim, const QString& kind)
+{
+    QJsonArray out;
+    for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", u"/_sim/actions"_s)).array())
+        if (v.toObject().value(u"action"_s).toString() == kind)
+            out.append(v);
+    return out;
+}
+
+// The tray on the simulated router with its real commands; "ConfirmDial" on.
+struct RouterRig
+{
+    SimulatorProcess sim;
+    DialRig rig;
+    QStringList asked;
+    bool answer = true;
+
+    bool start(const QString& password)
+    {
+        if (!sim.isRunning())
+            return false;
+        QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
+        home.insert(u"ConfirmDial"_s, true);
+        if (!rig.env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}}))
+            return false;
+        rig.env.setPassword(u"L1"_s, password);
+        TrayApplication::Options options = TrayApplication::routerOptions(*rig.env.env);
+        options.presenter = &rig.presenter;
+        options.headless = true;
+        rig.tray = std::make_unique<TrayApplication>(*rig.env.env, options);
+        rig.tray->start({});
+        rig.tray->dialWindow().setConfirm([this](const QString& number, const QString& name) {
+            asked << number + u'/' + name;
+            return answer;
+        });
+        return QTest::qWaitFor([this] { return rig.tray->callMonitor().listener().isConnected(); }, 10000) &&
+               GuiEnv::waitForMonitorClient(sim);
+    }
+
+    // Types the number, picks the extension and presses "Dial"; true once the router answered.
+    bool dial(const QString& number, const QString& extension)
+    {
+        DialWindow& w = rig.tray->dialWindow();
+        w.openWithNumber(QString(), {});
+        w.numberField()->setText(number);
+        w.extensionBox()->setCurrentIndex(w.extensionBox()->findData(extension));
+        QTest::mouseClick(w.dialButton(), Qt::LeftButton);
+        return QTest::qWaitFor([&w] { return !w.isBusy(); }, 20000);
+    }
+
+    QString monitorState()
+    {
+        const auto& calls = rig.tray->callMonitor().listener().monitorCalls();
+        return calls.isEmpty() ? QString() : calls.last().cmd + u'/' + calls.last().number + u'/' + calls.last().extension;
+    }
+};
+} // namespace
+
+void TestDialWindow::dialThroughTheRouter_data()
+{
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<bool>("confirm");
+    QTest::addColumn<QString>("sent");
+    QTest::addColumn<QString>("monitor");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("confirmed: the router rings the chosen telephone")
+        << u"secret"_s << true << u"0301234567@610"_s << u"DIAL/0301234567/610"_s << u"pick up the handset"_s;
+    QTest::newRow("declined at the question") << u"secret"_s << false << QString() << QString() << QString();
+    // The status check at start met the wrong password first (its alert goes to a message box);
+    // the router then answers as to a user without rights.
+    QTest::newRow("wrong password: refused, the call ends")
+        << u"wrong"_s << true << QString() << u"DISCONNECT/0301234567/610"_s << u"lacks the right"_s;
+}
+
+void TestDialWindow::dialThroughTheRouter()
+{
+    QFETCH(QString, password);
+    QFETCH(bool, confirm);
+    RouterRig r;
+    QVERIFY2(r.start(password), qPrintable(r.sim.error()));
+    r.answer = confirm;
+    QVERIFY(r.dial(u"030 123 45 67"_s, u"610"_s));
+    QCOMPARE(r.asked, QStringList{u"0301234567/Jürgen Müller - Bäckerei Müller GmbH"_s});
+
+    QStringList sent;
+    for (const QJsonValue& v : simActions(r.sim, u"dial"_s))
+        sent << v[u"number"_s].toString() + u'@' + v[u"port"_s].toString();
+    QTEST(sent.join(u','), "sent");
+    QTEST(r.monitorState(), "monitor");
+    QFETCH(QString, status);
+    const QString shown = r.rig.tray->dialWindow().statusLabel()->text();
+    QVERIFY2(status.isEmpty() ? shown.isEmpty() : shown.contains(status), qPrintable(shown));
+}
+
+void TestDialWindow::dialledCallFollowsTheMonitorAndHangsUp()
+{
+    RouterRig r;
+    QVERIFY2(r.start(u"secret"_s), qPrintable(r.sim.error()));
+    QVERIFY(r.dial(u"+44 20 7946 0000"_s, u"1"_s));
+    QCOMPARE(r.monitorState(), u"DIAL/00442079460000/1"_s);
+    CallMonitorWindow& monitor = r.rig.tray->monitorWindow();
+    QTRY_COMPARE(monitor.table()->topLevelItemCount(), 1);
+    QCOMPARE(monitor.table()->topLevelItem(0)->text(CallMonitorWindow::State), u"Dialling…"_s);
+
+    // The handset is picked up: the router reports the call on its monitor port.
+    QVERIFY(!r.sim.control("POST", u"/_sim/monitor/call"_s,
+                           R"({"connID":4,"extension":"1","caller":"5550000","called":"00442079460000"})").isNull());
+    QTRY_COMPARE(r.monitorState(), u"CALL/00442079460000/1"_s);
+    QTRY_COMPARE(monitor.table()->topLevelItem(0)->text(CallMonitorWindow::State), u"Calling"_s);
+    QCOMPARE(r.rig.tray->callMonitor().listener().monitorCalls().size(), qsizetype(1));
+
+    QTest::mouseClick(r.rig.tray->dialWindow().hangUpButton(), Qt::LeftButton);
+    QTRY_COMPARE(simActions(r.sim, u"hangup"_s).size(), qsizetype(1));
+    QTRY_VERIFY(!r.rig.tray->dialWindow().isBusy());
+    QCOMPARE(r.rig.tray->dialWindow().statusLabel()->text(), u"Hung up."_s);
+}
 
 void TestDialWindow::numberField_data()
 {

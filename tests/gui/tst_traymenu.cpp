@@ -16,6 +16,9 @@
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -77,6 +80,7 @@ private slots:
     void latestCallsDial();
     void wlanSwitch_data();
     void wlanSwitch();
+    void wlanSwitchReachesTheRouter();
 };
 
 void TestTrayMenu::dockState_data()
@@ -231,6 +235,49 @@ void TestTrayMenu::wlanSwitch()
         menu.wlanItem()->trigger();
     QTEST(asked, "asked");
     QTEST(rig.wlanCommands, "sent");
+}
+
+void TestTrayMenu::wlanSwitchReachesTheRouter()
+{
+    SimulatorProcess sim;
+    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+    GuiEnv env;
+    QVERIFY(env.open({{u"L1"_s, GuiEnv::routerLocation(u"Home"_s, 1, sim)}}, u"L1"_s));
+    env.setPassword(u"L1"_s, u"secret"_s);
+    RecordingPresenter presenter;
+    int asked = 0;
+    TrayApplication::Options options = TrayApplication::routerOptions(*env.env);
+    options.presenter = &presenter;
+    options.headless = true;
+    options.askWLANoff = [&asked] {
+        ++asked;
+        return int(QMessageBox::Yes);
+    };
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    QAction* wlan = tray.menu().wlanItem();
+    // The status check at activation tells the menu that both radios are on.
+    QTRY_VERIFY_WITH_TIMEOUT(wlan->isEnabled(), 20000);
+    QVERIFY(wlan->isChecked());
+
+    auto radios = [&sim] {
+        QStringList out;
+        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", u"/_sim/actions"_s)).array())
+            if (v[u"action"_s].toString() == u"set")
+                out << v[u"name"_s].toString().section(u'/', 1) + u'=' + v[u"value"_s].toString();
+        return out;
+    };
+    wlan->trigger();
+    QCOMPARE(asked, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(radios(), (QStringList{u"ap_enabled=0"_s, u"ap_enabled_scnd=0"_s}), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(wlan->isEnabled() && !wlan->isChecked(), 20000);
+
+    // Switching on again asks nothing.
+    wlan->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(radios().size(), qsizetype(4), 20000);
+    QCOMPARE(radios().mid(2), (QStringList{u"ap_enabled=1"_s, u"ap_enabled_scnd=1"_s}));
+    QCOMPARE(asked, 1);
+    QTRY_VERIFY_WITH_TIMEOUT(wlan->isChecked(), 20000);
 }
 
 QTEST_MAIN(TestTrayMenu)

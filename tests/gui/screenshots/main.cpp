@@ -54,12 +54,13 @@ int main(int argc, char** argv)
         return 1;
     }
     GuiEnv env;
-    QVariantMap home = GuiEnv::location(u"Home"_s, 1, sim.port(u"monitor"_s));
+    QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
     home.insert(u"Lines"_s, QVariantList{QVariantMap{{u"Line"_s, u"5550000"_s}, {u"Title"_s, u"SIP0"_s}}});
     if (!env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}})) {
         std::fprintf(stderr, "settings could not be opened\n");
         return 1;
     }
+    env.setPassword(u"L1"_s, u"secret"_s);
     TNCallinglist& calls = *env.env->callinglist();
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     calls.insertCall({1, 1, now - 7200, u"0301234567"_s, u"1"_s, u"5550000"_s, u"0:04"_s});
@@ -68,12 +69,9 @@ int main(int argc, char** argv)
     calls.insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), u"mobile"_s);
 
     RecordingPresenter presenter;
-    TrayApplication::Options options;
+    TrayApplication::Options options = TrayApplication::routerOptions(*env.env);
     options.presenter = &presenter;
     options.headless = true;
-    // Shown enabled, as with a router that answers; nothing is sent here.
-    options.routerCommand = [](const QString&, const QString&, const QString&) { return QString(); };
-    options.switchWLAN = [](const QString&) {};
     TrayApplication tray(*env.env, options);
     tray.start({});
     StreamListener& listener = tray.callMonitor().listener();
@@ -91,7 +89,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "the calls did not arrive\n");
         return 1;
     }
-    QTest::qWait(3200); // the connected call's clock runs
+    QTest::qWait(3200); // the connected call's clock runs, the router's status arrives
 
     bool ok = true;
     CallMonitorWindow& monitor = tray.monitorWindow();

@@ -1,0 +1,83 @@
+#include "box/RouterCommand.h"
+
+#include "app/Localization.h"
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/TNPreferences.h"
+#include "box/FBApplicationHelper.h"
+#include "box/FBBoxConnectionHelper.h"
+#include "box/FBBoxSystemHelper.h"
+#include "box/TNSessionManager.h"
+
+namespace {
+
+QString failureText(TNPreferences& prefs)
+{
+    if (const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread(); !alert.isEmpty())
+        return alert;
+    if (const QString session = TNSessionManager::forPreferences(prefs).errorMessage; !session.isEmpty())
+        return session;
+    const QString where = prefs.remoteAccess ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
+                                             : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
+    return Localization::localizedFormat(QStringLiteral("errorBoxUnreachable"), where);
+}
+
+// False with the reason when no session can be had.
+bool ensureSession(TNPreferences& prefs, QString* error)
+{
+    TNSessionManager& session = TNSessionManager::forPreferences(prefs);
+    session.currentSessionIDUsePreferences(&prefs);
+    // A wrong password on current firmware still ends as a session without login: the alert tells.
+    const bool wrongPassword =
+        FBApplicationHelper::lastAlertBodyOnThisThread() == Localization::localized(QStringLiteral("errorWrongPass"));
+    if (session.sessionResult != TNSessionResultLoggedIn || wrongPassword) {
+        *error = failureText(prefs);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+namespace FBBoxConnectionHelper {
+
+void checkRouterStatusWithSession(TNPreferences* prefs)
+{
+    if (!prefs)
+        return;
+    FBApplicationHelper::clearLastAlertOnThisThread();
+    QString error;
+    if (ensureSession(*prefs, &error)) {
+        FBBoxSystemHelper::threadcheckWLANStatus(prefs);
+        return;
+    }
+    // Not logged in: the state is not known, and a second login is not tried.
+    {
+        QMutexLocker lock(&prefs->runtimeMutex());
+        prefs->WLANStatus = 2;
+        prefs->DECTStatus = 2;
+    }
+    NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
+    NotificationCenter::defaultCenter().post(Notifications::DECTSTATUS);
+}
+
+RouterCommandResult runRouterCommand(const QString& action, const QString& number, const QString& port,
+                                     TNPreferences* prefs)
+{
+    RouterCommandResult result;
+    if (!prefs)
+        return result;
+    FBApplicationHelper::clearLastAlertOnThisThread();
+    if (!ensureSession(*prefs, &result.error))
+        return result;
+    FBApplicationHelper::clearLastAlertOnThisThread();
+    result.answer = dialWithAction(action, number, port, prefs);
+    const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread();
+    result.ok = result.answer != u" " && result.answer != u"-2" && alert.isEmpty();
+    if (result.ok)
+        return result;
+    result.error = failureText(*prefs);
+    return result;
+}
+
+} // namespace FBBoxConnectionHelper

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+class TNPreferences;
+
+// One router command as a window needs it: whether the router took it, and if not, the one
+// line that says why (the alert the command raised, the session's error, or that the router
+// cannot be reached). Blocks: run it on a background thread.
+struct RouterCommandResult
+{
+    bool ok = false;
+    QString answer;
+    QString error;
+};
+
+namespace FBBoxConnectionHelper {
+
+// Logs in first (or reuses the session), so a wrong password is reported as such.
+RouterCommandResult runRouterCommand(const QString& action, const QString& number, const QString& port,
+                                     TNPreferences* prefs);
+
+// The router status check (WLAN, DECT) with a session: the query needs to know the firmware,
+// which the login finds out. Posts "WLANSTATUS" and "DECTSTATUS" as the check does.
+void checkRouterStatusWithSession(TNPreferences* prefs);
+
+} // namespace FBBoxConnectionHelper
