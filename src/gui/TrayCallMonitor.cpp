@@ -4,6 +4,7 @@
 #include "app/ServiceAdapters.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
+#include "box/FBBoxSystemHelper.h"
 
 #include <QIcon>
 
@@ -25,7 +26,10 @@ TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, QSystemTrayIcon& tray, QAc
     };
     m_listener = std::make_unique<StreamListener>(services);
     StreamListener::setSharedInstance(m_listener.get());
-    m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability);
+    AppConductor::Hooks hooks;
+    // WLAN and DECT come back as "WLANSTATUS"/"DECTSTATUS".
+    hooks.checkRouterStatus = [] { FBBoxSystemHelper::getWLANStatusInBackground(); };
+    m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability, hooks);
     m_conductor->attachSleepWatcher(m_sleep);
 
     m_toggle.setCheckable(true);
