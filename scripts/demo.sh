@@ -33,12 +33,32 @@ WEB="$(port web)"; MON="$(port monitor)"; TR="$(port tr064)"
 echo "== adding the demo location"
 printf 'secret\n' | "$CLI" location add --name "Demo box" --host 127.0.0.1 --password-stdin \
   --web-port "$WEB" --monitor-port "$MON" --tr064-port "$TR" --prefixes 00,49,0,30
+# A small address book so that callers have names.
+cat >"$DEMO_DIR/contacts.vcf" <<'VCF'
+BEGIN:VCARD
+VERSION:3.0
+UID:demo-anna
+N:Schmidt;Anna;;;
+FN:Anna Schmidt
+TEL;TYPE=CELL:+49 30 1234567
+END:VCARD
+VCF
+"$CLI" settings set AddressBook "$DEMO_DIR/contacts.vcf" >/dev/null
 echo "== locations"
 "$CLI" location list
 echo "== the demo location"
 "$CLI" location show
 echo "== the router's start page"
 curl -s "http://127.0.0.1:$WEB/" | head -n 5
+
+echo "== logging in, reading the router's state"
+"$CLI" login
+"$CLI" status
+echo "== the router's extensions, merged into the location"
+"$CLI" extensions refresh >/dev/null && "$CLI" extensions list
+echo "== dialling through the router (click-to-dial), then what the router was asked to do"
+"$CLI" dial 0301234567
+curl -s "http://127.0.0.1:$WEB/_sim/actions"; echo
 
 echo "== live calls on the call monitor (tondrel-cli monitor)"
 sim() { curl -s -o /dev/null -X POST "http://127.0.0.1:$WEB/_sim/monitor/$1" -d "$2"; }

@@ -114,3 +114,14 @@ void CliContext::printJson(const QVariant& value)
     m_out << doc.toJson(QJsonDocument::Indented);
     m_out.flush();
 }
+
+QString CliContext::valueText(const QVariant& v)
+{
+    if (v.typeId() == QMetaType::QVariantList || v.typeId() == QMetaType::QStringList)
+        return QString::fromUtf8(QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
+    if (v.typeId() == QMetaType::QVariantMap)
+        return QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
+    if (v.typeId() == QMetaType::Bool)
+        return v.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+    return v.toString();
+}

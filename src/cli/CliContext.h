@@ -60,6 +60,9 @@ public:
     // One line from standard input, for --password-stdin.
     QString readSecretLine();
 
+    // A settings value as one line: arrays and dictionaries as compact JSON, booleans as words.
+    static QString valueText(const QVariant& value);
+
     // Prints a JSON value (object or array) as one document.
     void printJson(const QVariant& value);
 

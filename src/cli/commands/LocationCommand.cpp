@@ -31,17 +31,6 @@ QVariantMap summary(const TNPreferences& prefs, bool current)
     };
 }
 
-QString valueText(const QVariant& v)
-{
-    if (v.typeId() == QMetaType::QVariantList || v.typeId() == QMetaType::QStringList)
-        return QString::fromUtf8(QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
-    if (v.typeId() == QMetaType::QVariantMap)
-        return QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
-    if (v.typeId() == QMetaType::Bool)
-        return v.toBool() ? QStringLiteral("true") : QStringLiteral("false");
-    return v.toString();
-}
-
 void checkPort(int port, const char* what)
 {
     if (port < 0 || port > 65535)
@@ -161,7 +150,7 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             }
             ctx.out() << "UID = " << prefs->uid << "\n";
             for (auto it = dict.cbegin(); it != dict.cend(); ++it)
-                ctx.out() << it.key() << " = " << valueText(it.value()) << "\n";
+                ctx.out() << it.key() << " = " << CliContext::valueText(it.value()) << "\n";
             ctx.out() << "password = " << (prefs->passWord.isEmpty() ? "not set" : "set") << "\n";
             ctx.out() << "remote password = " << (prefs->remotePassWord.isEmpty() ? "not set" : "set") << "\n";
             ctx.out() << "FTP password = " << (prefs->FTPPassWord.isEmpty() ? "not set" : "set") << "\n";
@@ -216,7 +205,7 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             auto prefs = ctx.targetLocation();
             ctx.manager().saveLocationValue(value, key, prefs->uid);
             if (!ctx.json)
-                ctx.out() << key << " = " << valueText(value) << "\n";
+                ctx.out() << key << " = " << CliContext::valueText(value) << "\n";
         };
     });
 

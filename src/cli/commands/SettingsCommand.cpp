@@ -29,16 +29,6 @@ const GlobalKeyDef& knownKey(const QString& key)
     return *def;
 }
 
-QString text(const QVariant& v)
-{
-    if (v.typeId() == QMetaType::QVariantList || v.typeId() == QMetaType::QStringList)
-        return QString::fromUtf8(QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
-    if (v.typeId() == QMetaType::QVariantMap)
-        return QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
-    if (v.typeId() == QMetaType::Bool)
-        return v.toBool() ? QStringLiteral("true") : QStringLiteral("false");
-    return v.toString();
-}
 } // namespace
 
 void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
@@ -60,7 +50,7 @@ void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
                     all.insert(def.key, value);
                     continue;
                 }
-                ctx.out() << (stored ? "  " : "* ") << def.key << " = " << text(value) << "  ("
+                ctx.out() << (stored ? "  " : "* ") << def.key << " = " << CliContext::valueText(value) << "  ("
                           << settingTypeName(def.type) << ")\n";
             }
             if (ctx.json)
@@ -77,7 +67,7 @@ void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
             if (ctx.json)
                 ctx.printJson(QVariantMap{{def.key, value}});
             else
-                ctx.out() << text(value) << "\n";
+                ctx.out() << CliContext::valueText(value) << "\n";
         };
     });
 
@@ -96,7 +86,7 @@ void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
             if (!store.sync())
                 throw CliError(1, QStringLiteral("the settings could not be written to %1").arg(store.filePath()));
             if (!ctx.json)
-                ctx.out() << def.key << " = " << text(value) << "\n";
+                ctx.out() << def.key << " = " << CliContext::valueText(value) << "\n";
         };
     });
 }
