@@ -24,6 +24,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QSet>
+#include <QSystemTrayIcon>
 #include <QThreadPool>
 #include <QUrl>
 
@@ -118,7 +119,12 @@ TrayApplication::~TrayApplication()
 
 void TrayApplication::start(const QStringList& arguments)
 {
-    const auto dock = TNStatusMenu::dockState(m_env.settings());
+    auto dock = TNStatusMenu::dockState(m_env.settings());
+    if (TNStatusMenu::showsStatusItem(dock) && !m_options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {
+        // A desktop without a tray: the window carries the menu instead.
+        qCInfo(lcApp) << "No system tray here; the call monitor window carries the menu";
+        dock = TNStatusMenu::TaskbarOnly;
+    }
     if (TNStatusMenu::showsStatusItem(dock) && !m_options.headless)
         m_status->allocStatusItem(m_menu->menu());
     if (m_env.manager().isConfigured()) {
