@@ -14,7 +14,8 @@ const char* const kPlaceholderPage =
 }
 
 BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
-    : QObject(parent), m_scenario(scenario), m_ssdp(scenario)
+    : QObject(parent), m_scenario(scenario), m_ssdp(scenario),
+      m_phonebook(scenario, [](const QString&) { return false; })
 {
 }
 
@@ -45,6 +46,10 @@ void BoxSimulator::runServer(httplib::Server& server)
 bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
 {
     m_web = std::make_unique<httplib::Server>();
+    m_web->set_pre_routing_handler([](const httplib::Request& req, httplib::Response&) {
+        SimPhonebook::keepFormBodyRaw(req);
+        return httplib::Server::HandlerResponse::Unhandled;
+    });
     installWebRoutes(*m_web);
     installControlRoutes(*m_web);
     if (!bindServer(*m_web, wanted.web, &m_ports.web, error, "web"))
@@ -119,6 +124,7 @@ void BoxSimulator::installWebRoutes(httplib::Server& server)
     server.Get("/", [](const httplib::Request&, httplib::Response& res) {
         res.set_content(kPlaceholderPage, "text/html; charset=utf-8");
     });
+    m_phonebook.install(server);
 }
 
 void BoxSimulator::installControlRoutes(httplib::Server& server)
@@ -140,6 +146,7 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
         res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
     });
     m_monitorControl.installRoutes(server);
+    m_phonebook.installControl(server);
     server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_scenario.data()).toJson(QJsonDocument::Compact).toStdString(),
                         "application/json");

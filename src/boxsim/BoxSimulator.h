@@ -3,6 +3,7 @@
 #include "CallMonitorControl.h"
 #include "CallMonitorServer.h"
 #include "Scenario.h"
+#include "SimPhonebook.h"
 #include "SsdpResponder.h"
 
 #include <QJsonObject>
@@ -53,6 +54,7 @@ private:
     CallMonitorServer m_monitor;
     CallMonitorControl m_monitorControl{m_monitor};
     SsdpResponder m_ssdp;
+    SimPhonebook m_phonebook;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;
     std::unique_ptr<httplib::Server> m_tr064;
