@@ -1,6 +1,7 @@
 #include "TrayCallMonitor.h"
 
 #include "app/AppEnvironment.h"
+#include "app/ServiceAdapters.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
 
@@ -13,6 +14,7 @@ TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, QSystemTrayIcon& tray, QAc
     services.settings = &env.settings();
     services.presenter = &m_presenter;
     services.scripts = &m_scripts;
+    services.names = &env.callerNames();
     // A click on a notification dials back through the program's own URL handling.
     services.openURL = [this](const QString& url) {
         if (m_conductor)

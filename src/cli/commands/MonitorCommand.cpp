@@ -6,6 +6,8 @@
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
+#include "app/AppEnvironment.h"
+#include "app/ServiceAdapters.h"
 #include "monitor/StreamListener.h"
 #include "monitor/TNScriptManager.h"
 
@@ -98,6 +100,7 @@ void MonitorCommand::run(CliContext& ctx)
     services.settings = &ctx.settings();
     services.presenter = &printed;
     services.scripts = &scripts;
+    services.names = &ctx.environment().callerNames();
     StreamListener listener(services);
     CallMonitorReconnector reconnector(listener);
 

@@ -1,13 +1,12 @@
 #include "assistant/AssistantRouterData.h"
 
+#include "box/TNSessionRights.h"
+
 #include <QRegularExpression>
 
 namespace AssistantRules {
 
 namespace {
-constexpr int kSessionLoggedIn = 5;
-// The box-admin "none" bit: the user may not read or change the router's settings.
-constexpr std::uint32_t kBoxAdminNone = 0x00010000;
 constexpr int kUserFields = 7;
 constexpr int kMaxUserSlots = 32;
 
@@ -77,9 +76,10 @@ QStringList userVariables(int index)
 ReadOutcome assistantDataFromAnswer(const QStringList& answer, int sessionResult, std::uint32_t userRights,
                                     AssistantRouterData* data)
 {
-    if (sessionResult != kSessionLoggedIn)
+    if (sessionResult != TNSessionResultLoggedIn)
         return ReadOutcome::NotLoggedIn;
-    if (userRights & kBoxAdminNone)
+    // The user may not read or change the router's settings.
+    if (userRights & RightBoxAdminNone)
         return ReadOutcome::MissingRights;
     if (answer.size() < Count)
         return ReadOutcome::InvalidAnswer;
