@@ -11,7 +11,8 @@
 
 BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
     : QObject(parent), m_scenario(scenario), m_state(scenario), m_login(m_state), m_webInterface(m_state, m_login),
-      m_tr064Service(m_state), m_ssdp(scenario)
+      m_tr064Service(m_state), m_ssdp(scenario),
+      m_phonebook(scenario, [this](const QString& sid) { return m_state.validSession(sid); })
 {
 }
 
@@ -42,6 +43,10 @@ void BoxSimulator::runServer(httplib::Server& server)
 bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
 {
     m_web = std::make_unique<httplib::Server>();
+    m_web->set_pre_routing_handler([](const httplib::Request& req, httplib::Response&) {
+        SimPhonebook::keepFormBodyRaw(req);
+        return httplib::Server::HandlerResponse::Unhandled;
+    });
     installWebRoutes(*m_web);
     installControlRoutes(*m_web);
     if (!bindServer(*m_web, wanted.web, &m_ports.web, error, "web"))
@@ -118,12 +123,14 @@ void BoxSimulator::installWebRoutes(httplib::Server& server)
 {
     m_login.install(server);
     m_webInterface.install(server);
+    m_phonebook.install(server);
 }
 
 void BoxSimulator::installRemoteAccessCheck(httplib::Server& server)
 {
     // Remote access asks for a router user by basic authentication before any page.
     server.set_pre_routing_handler([this](const httplib::Request& req, httplib::Response& res) {
+        SimPhonebook::keepFormBodyRaw(req);
         if (req.path.rfind("/tr064/", 0) == 0)
             return httplib::Server::HandlerResponse::Unhandled;
         const QByteArray header = QByteArray::fromStdString(req.get_header_value("Authorization"));
@@ -161,6 +168,7 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
         res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
     });
     m_monitorControl.installRoutes(server);
+    m_phonebook.installControl(server);
     // What the router was asked to do, and every request it got (control requests excepted).
     server.Get("/_sim/actions", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_state.actions()).toJson(QJsonDocument::Compact).toStdString(), "application/json");

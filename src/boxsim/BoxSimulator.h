@@ -4,6 +4,7 @@
 #include "CallMonitorServer.h"
 #include "RouterState.h"
 #include "Scenario.h"
+#include "SimPhonebook.h"
 #include "SsdpResponder.h"
 #include "SimLogin.h"
 #include "SimTr064.h"
@@ -62,6 +63,7 @@ private:
     CallMonitorServer m_monitor;
     CallMonitorControl m_monitorControl{m_monitor};
     SsdpResponder m_ssdp;
+    SimPhonebook m_phonebook;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;
     std::unique_ptr<httplib::Server> m_tr064;

@@ -34,7 +34,38 @@ QHash<QString, QString> defaultVariables(const Scenario& s)
         {QStringLiteral("telcfg:settings/MSN/POTS"), QString()},
         {QStringLiteral("sip:settings/sip0/displayname"), QStringLiteral("5559876")},
         {QStringLiteral("telcfg:settings/FaxMSN0"), QStringLiteral("5551235")},
+        // Dialling context and remote access: a router in Berlin without MyFRITZ!.
+        {QStringLiteral("telcfg:settings/Location/LKZ"), QStringLiteral("49")},
+        {QStringLiteral("telcfg:settings/Location/LKZPrefix"), QStringLiteral("00")},
+        {QStringLiteral("telcfg:settings/Location/OKZ"), QStringLiteral("30")},
+        {QStringLiteral("telcfg:settings/Location/OKZPrefix"), QStringLiteral("0")},
+        {QStringLiteral("ddns:settings/account0/domain"), QString()},
+        {QStringLiteral("ddns:settings/account0/activated"), QStringLiteral("0")},
+        {QStringLiteral("remoteman:settings/https_port"), QString()},
+        {QStringLiteral("remoteman:settings/enabled"), QStringLiteral("0")},
+        {QStringLiteral("remoteman:settings/username"), QString()},
+        {QStringLiteral("jasonii:settings/is_box_registered"), QStringLiteral("0")},
+        {QStringLiteral("jasonii:settings/enabled"), QStringLiteral("0")},
+        {QStringLiteral("jasonii:settings/dyndnsname"), QString()},
+        {QStringLiteral("jasonii:settings/user_email"), QString()},
     };
+    // The user list as the router's variables show it; rights 2 unless the scenario says less.
+    const QJsonArray users = s.value(QStringLiteral("users")).toArray();
+    for (int i = 0; i < users.size(); ++i) {
+        const QJsonObject u = users.at(i).toObject();
+        const QJsonObject rights = u.value(QStringLiteral("rights")).toObject();
+        const auto right = [&rights](const char* area) {
+            return QString::number(rights.isEmpty() ? 2 : rights.value(QLatin1String(area)).toInt(0));
+        };
+        const QString base = QStringLiteral("boxusers:settings/user%1/").arg(i);
+        v.insert(base + QStringLiteral("name"), u.value(QStringLiteral("name")).toString());
+        v.insert(base + QStringLiteral("box_admin_rights"), right("BoxAdmin"));
+        v.insert(base + QStringLiteral("dial_rights"), right("Dial"));
+        v.insert(base + QStringLiteral("phone_rights"), right("Phone"));
+        v.insert(base + QStringLiteral("nas_rights"), right("NAS"));
+        v.insert(base + QStringLiteral("UID"), QStringLiteral("boxuser%1").arg(i + 1));
+    }
+    v.insert(QStringLiteral("boxusers:settings/user/newid"), QStringLiteral("boxuser%1").arg(users.size() + 1));
     const QJsonObject extra = s.value(QStringLiteral("variables")).toObject();
     for (auto it = extra.begin(); it != extra.end(); ++it)
         v.insert(it.key(), it.value().toVariant().toString());
@@ -58,7 +89,11 @@ QString RouterState::variable(const QString& name) const
     QMutexLocker lock(&m_mutex);
     if (m_scenario.value(QStringLiteral("notEmulated")).toArray().contains(QJsonValue(name)))
         return QStringLiteral("no-emu");
-    return m_vars.value(name, QStringLiteral("er"));
+    const auto it = m_vars.constFind(name);
+    if (it != m_vars.constEnd())
+        return *it;
+    // The online monitor's figures move on by themselves.
+    return SimTraffic::isTrafficVariable(name) ? m_traffic.value(name) : QStringLiteral("er");
 }
 
 void RouterState::setVariable(const QString& name, const QString& value)

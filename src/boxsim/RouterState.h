@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Scenario.h"
+#include "SimTraffic.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -48,6 +49,7 @@ private:
     Scenario& m_scenario;
     mutable QMutex m_mutex;
     QHash<QString, QString> m_vars;
+    SimTraffic m_traffic{m_scenario};
     QHash<QString, QPair<QString, QDateTime>> m_sessions;
     QString m_md5Challenge;
     QString m_pbkdf2Challenge;

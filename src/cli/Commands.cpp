@@ -22,6 +22,9 @@
 #include "commands/QueryCommand.h"
 #include "commands/StatusCommand.h"
 #include "commands/WlanCommand.h"
+#include "commands/PhonebookCommand.h"
+#include "commands/SetupCommand.h"
+#include "commands/TrafficCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
 {
@@ -48,5 +51,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ExtensionsCommand>());
     commands.push_back(std::make_unique<LinesCommand>());
     commands.push_back(std::make_unique<FaxLinesCommand>());
+    commands.push_back(std::make_unique<PhonebookCommand>());
+    commands.push_back(std::make_unique<SetupCommand>());
+    commands.push_back(std::make_unique<TrafficCommand>());
     return commands;
 }

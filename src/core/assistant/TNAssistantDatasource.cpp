@@ -1,0 +1,62 @@
+#include "assistant/TNAssistantDatasource.h"
+
+#include "app/Localization.h"
+#include "app/Logging.h"
+#include "app/TNPreferences.h"
+#include "box/FBApplicationHelper.h"
+#include "box/FBBoxConnectionHelper.h"
+#include "box/FBNetworkHelper.h"
+#include "box/TNSessionManager.h"
+
+#include <QCoreApplication>
+
+#include <memory>
+
+using AssistantRules::ReadOutcome;
+
+ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* data)
+{
+    m_error.clear();
+    auto prefs = std::make_shared<TNPreferences>(m_store, m_secrets);
+    prefs->hostName = data->host;
+    prefs->webPort = data->webPort;
+    prefs->userName = data->userName;
+    prefs->passWord = data->pass;
+    prefs->activeProfileInt = -1;
+    prefs->activeProfile = QStringLiteral("-1");
+
+    TNSessionManager& session = TNSessionManager::forPreferences(*prefs);
+    session.currentSessionIDUsePreferences(prefs.get());
+    QStringList answer;
+    if (session.sessionResult == TNSessionResultLoggedIn)
+        answer = FBBoxConnectionHelper::componentsArrayForVariables(AssistantRules::assistantVariables(), prefs.get());
+    const ReadOutcome outcome =
+        AssistantRules::assistantDataFromAnswer(answer, session.sessionResult, session.userRights, data);
+    switch (outcome) {
+    case ReadOutcome::MissingRights:
+        m_error = Localization::localizedFormat(QStringLiteral("missingUserRightsAssistant"),
+                                                QCoreApplication::applicationName());
+        FBApplicationHelper::showAlert(QStringLiteral("Error"), m_error);
+        qCWarning(lcAssistant) << "assistant: the user lacks the settings right";
+        return outcome;
+    case ReadOutcome::NotLoggedIn:
+    case ReadOutcome::InvalidAnswer:
+        m_error = Localization::localized(QStringLiteral("assistantErrorConfig"));
+        qCWarning(lcAssistant) << "assistant: reading the router failed, session result" << session.sessionResult;
+        return outcome;
+    case ReadOutcome::Ok:
+        break;
+    }
+
+    if (data->readUsers && data->userSlots > 0) {
+        QStringList names;
+        for (int i = 0; i < data->userSlots; ++i)
+            names += AssistantRules::userVariables(i);
+        data->users = AssistantRules::usersFromAnswer(
+            FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get()), data->userSlots);
+    }
+    const QVariantMap home = FBNetworkHelper::getHomeLocationForHost(data->host);
+    data->broadcast = home.value(QStringLiteral("Broadcast")).toString();
+    data->mac = home.value(QStringLiteral("MAC")).toString();
+    return outcome;
+}
