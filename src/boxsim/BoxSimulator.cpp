@@ -16,6 +16,8 @@ const char* const kPlaceholderPage =
 BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
     : QObject(parent), m_scenario(scenario), m_ssdp(scenario)
 {
+    // The router writes every finished call into its journal.
+    m_monitorControl.setCallEndedHandler([this](const JournalServer::EndedCall& call) { m_journal.addEndedCall(call); });
 }
 
 BoxSimulator::~BoxSimulator()
@@ -119,6 +121,7 @@ void BoxSimulator::installWebRoutes(httplib::Server& server)
     server.Get("/", [](const httplib::Request&, httplib::Response& res) {
         res.set_content(kPlaceholderPage, "text/html; charset=utf-8");
     });
+    m_journal.installRoutes(server);
 }
 
 void BoxSimulator::installControlRoutes(httplib::Server& server)
@@ -140,6 +143,7 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
         res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
     });
     m_monitorControl.installRoutes(server);
+    m_journal.installControlRoutes(server);
     server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_scenario.data()).toJson(QJsonDocument::Compact).toStdString(),
                         "application/json");

@@ -2,6 +2,7 @@
 
 #include "CallMonitorControl.h"
 #include "CallMonitorServer.h"
+#include "JournalServer.h"
 #include "Scenario.h"
 #include "SsdpResponder.h"
 
@@ -52,6 +53,7 @@ private:
     SimulatorPorts m_ports;
     CallMonitorServer m_monitor;
     CallMonitorControl m_monitorControl{m_monitor};
+    JournalServer m_journal{m_scenario};
     SsdpResponder m_ssdp;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;
