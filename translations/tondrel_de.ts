@@ -49,6 +49,14 @@
         <translation>Dem FRITZ!Box-Benutzer fehlt das für diese Aktion nötige Recht. Bitte prüfen Sie die Rechte des Benutzers in der FRITZ!Box.</translation>
     </message>
     <message>
+        <source>The router&apos;s certificate for remote access has changed. The connection was refused; accept the new certificate in the location&apos;s settings if you trust it.</source>
+        <translation>Das Zertifikat der FRITZ!Box für den Fernzugang hat sich geändert. Die Verbindung wurde abgelehnt; akzeptieren Sie das neue Zertifikat in den Einstellungen des Orts, wenn Sie ihm vertrauen.</translation>
+    </message>
+    <message>
+        <source>The router cannot be reached at %1.</source>
+        <translation>Die FRITZ!Box ist unter %1 nicht erreichbar.</translation>
+    </message>
+    <message>
         <source>The router does not allow access for applications (TR-064). Turn it on in the router&apos;s home network settings.</source>
         <translation>Die FRITZ!Box erlaubt keinen Zugriff für Anwendungen (TR-064). Bitte aktivieren Sie ihn in den Heimnetz-Einstellungen der FRITZ!Box.</translation>
     </message>

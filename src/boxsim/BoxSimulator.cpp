@@ -7,15 +7,13 @@
 
 #include <httplib.h>
 
-namespace {
-const char* const kPlaceholderPage =
-    "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>FRITZ!Box</title></head>\n"
-    "<body><h1>FRITZ!Box</h1><p>Simulated router.</p></body></html>\n";
-}
+#include <QJsonArray>
 
 BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
-    : QObject(parent), m_scenario(scenario), m_ssdp(scenario)
+    : QObject(parent), m_scenario(scenario), m_state(scenario), m_login(m_state), m_webInterface(m_state, m_login),
+      m_tr064Service(m_state), m_ssdp(scenario)
 {
+    m_webInterface.setJournal(&m_journal);
     // The router writes every finished call into its journal.
     m_monitorControl.setCallEndedHandler([this](const JournalServer::EndedCall& call) { m_journal.addEndedCall(call); });
 }
@@ -53,6 +51,7 @@ bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
         return false;
 
     m_tr064 = std::make_unique<httplib::Server>();
+    m_tr064Service.install(*m_tr064, "");
     if (!bindServer(*m_tr064, wanted.tr064, &m_ports.tr064, error, "TR-064"))
         return false;
     m_scenario.setValue(QStringLiteral("tr064Port"), m_ports.tr064); // for the SSDP description URLs
@@ -83,7 +82,9 @@ bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
             *error = QStringLiteral("cannot start the HTTPS server");
             return false;
         }
+        installRemoteAccessCheck(*https);
         installWebRoutes(*https);
+        m_tr064Service.install(*https, "/tr064");
         m_https = std::move(https);
         if (!bindServer(*m_https, wanted.https, &m_ports.https, error, "HTTPS"))
             return false;
@@ -118,10 +119,31 @@ QJsonObject BoxSimulator::portsJson() const
 
 void BoxSimulator::installWebRoutes(httplib::Server& server)
 {
-    server.Get("/", [](const httplib::Request&, httplib::Response& res) {
-        res.set_content(kPlaceholderPage, "text/html; charset=utf-8");
-    });
+    m_login.install(server);
+    m_webInterface.install(server);
     m_journal.installRoutes(server);
+}
+
+void BoxSimulator::installRemoteAccessCheck(httplib::Server& server)
+{
+    // Remote access asks for a router user by basic authentication before any page.
+    server.set_pre_routing_handler([this](const httplib::Request& req, httplib::Response& res) {
+        if (req.path.rfind("/tr064/", 0) == 0)
+            return httplib::Server::HandlerResponse::Unhandled;
+        const QByteArray header = QByteArray::fromStdString(req.get_header_value("Authorization"));
+        if (header.startsWith("Basic ")) {
+            const QString pair = QString::fromLatin1(QByteArray::fromBase64(header.mid(6)));
+            const QString name = pair.section(u':', 0, 0);
+            const QJsonObject user = m_state.user(name);
+            if (!user.isEmpty() && user.value(QStringLiteral("password")).toString() == pair.section(u':', 1))
+                return httplib::Server::HandlerResponse::Unhandled;
+        }
+        m_state.recordRequest(QString::fromStdString(req.method), QString::fromStdString(req.path));
+        res.status = 401;
+        res.set_header("WWW-Authenticate", "Basic realm=\"HTTPS Access\"");
+        res.set_content("<html><body>401 Unauthorized</body></html>", "text/html");
+        return httplib::Server::HandlerResponse::Handled;
+    });
 }
 
 void BoxSimulator::installControlRoutes(httplib::Server& server)
@@ -144,6 +166,22 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
     });
     m_monitorControl.installRoutes(server);
     m_journal.installControlRoutes(server);
+    // What the router was asked to do, and every request it got (control requests excepted).
+    server.Get("/_sim/actions", [this](const httplib::Request&, httplib::Response& res) {
+        res.set_content(QJsonDocument(m_state.actions()).toJson(QJsonDocument::Compact).toStdString(), "application/json");
+    });
+    server.Get("/_sim/requests", [this](const httplib::Request&, httplib::Response& res) {
+        res.set_content(QJsonDocument(m_state.requests()).toJson(QJsonDocument::Compact).toStdString(), "application/json");
+    });
+    server.Post("/_sim/clear", [this](const httplib::Request&, httplib::Response& res) {
+        m_state.clearRecords();
+        res.set_content("{\"ok\":true}", "application/json");
+    });
+    server.Get("/_sim/variable", [this](const httplib::Request& req, httplib::Response& res) {
+        const QString name = QString::fromStdString(req.get_param_value("name"));
+        res.set_content(QJsonDocument(QJsonObject{{name, m_state.variable(name)}}).toJson(QJsonDocument::Compact).toStdString(),
+                        "application/json");
+    });
     server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_scenario.data()).toJson(QJsonDocument::Compact).toStdString(),
                         "application/json");

@@ -3,8 +3,12 @@
 #include "CallMonitorControl.h"
 #include "CallMonitorServer.h"
 #include "JournalServer.h"
+#include "RouterState.h"
 #include "Scenario.h"
 #include "SsdpResponder.h"
+#include "SimLogin.h"
+#include "SimTr064.h"
+#include "SimWebInterface.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -46,14 +50,19 @@ public:
 private:
     void installWebRoutes(httplib::Server& server);
     void installControlRoutes(httplib::Server& server);
+    void installRemoteAccessCheck(httplib::Server& server);
     bool bindServer(httplib::Server& server, int wanted, int* bound, QString* error, const char* what);
     void runServer(httplib::Server& server);
 
     Scenario& m_scenario;
+    RouterState m_state;
+    SimLogin m_login;
+    SimWebInterface m_webInterface;
+    SimTr064 m_tr064Service;
     SimulatorPorts m_ports;
     CallMonitorServer m_monitor;
     CallMonitorControl m_monitorControl{m_monitor};
-    JournalServer m_journal{m_scenario};
+    JournalServer m_journal{m_state};
     SsdpResponder m_ssdp;
     QTemporaryDir m_tlsDir;
     std::unique_ptr<httplib::Server> m_web;

@@ -1,6 +1,7 @@
 #include "JournalServer.h"
 
-#include "Scenario.h"
+#include "RouterState.h"
+#include "SimRequest.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -52,27 +53,27 @@ QString rowText(const QJsonValue& row)
 
 QByteArray JournalServer::exportText() const
 {
-    const bool german = m_scenario.value(QStringLiteral("language")).toString() != u"en";
+    const bool german = m_state.scenario().value(QStringLiteral("language")).toString() != u"en";
     QString text = QStringLiteral("sep=;\n");
     text += german ? QStringLiteral("Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n")
                    : QStringLiteral("Type;Date;Name;Number;Extension;Outgoing Caller ID;Duration\n");
-    for (const QJsonValue& row : m_scenario.value(QStringLiteral("journal")).toArray())
+    for (const QJsonValue& row : m_state.scenario().value(QStringLiteral("journal")).toArray())
         text += rowText(row) + u'\n';
-    if (m_scenario.value(QStringLiteral("journalEncoding")).toString() == u"latin1")
+    if (m_state.scenario().value(QStringLiteral("journalEncoding")).toString() == u"latin1")
         return text.toLatin1();
     return text.toUtf8();
 }
 
 void JournalServer::addRow(const QJsonObject& row)
 {
-    QJsonArray journal = m_scenario.value(QStringLiteral("journal")).toArray();
+    QJsonArray journal = m_state.scenario().value(QStringLiteral("journal")).toArray();
     journal.prepend(row);
-    m_scenario.setValue(QStringLiteral("journal"), journal);
+    m_state.scenario().setValue(QStringLiteral("journal"), journal);
 }
 
 void JournalServer::addEndedCall(const EndedCall& call)
 {
-    const bool lua = m_scenario.value(QStringLiteral("firmware")).toString() != u"form";
+    const bool lua = m_state.scenario().value(QStringLiteral("firmware")).toString() != u"form";
     // Current firmware writes 4 for outgoing calls; older firmware 3.
     const int type = call.outgoing ? (lua ? 4 : 3) : (call.connected ? 1 : 2);
     const qint64 minutes = (call.seconds + 59) / 60;
@@ -88,7 +89,7 @@ void JournalServer::addEndedCall(const EndedCall& call)
 void JournalServer::sendExport(httplib::Response& res)
 {
     const QByteArray text = exportText();
-    const int delayMs = m_scenario.value(QStringLiteral("journalChunkDelayMs")).toInt();
+    const int delayMs = m_state.scenario().value(QStringLiteral("journalChunkDelayMs")).toInt();
     {
         QMutexLocker lock(&m_mutex);
         ++m_exports;
@@ -118,22 +119,39 @@ void JournalServer::sendExport(httplib::Response& res)
         });
 }
 
+bool JournalServer::loggedIn(const httplib::Request& req)
+{
+    const SimParams params = SimParams::fromRequest(req);
+    if (m_state.firmware() == u"nologin")
+        return params.value(QStringLiteral("login:command/password")) ==
+               m_state.user(QString()).value(QStringLiteral("password")).toString();
+    return m_state.validSession(params.value(QStringLiteral("sid")));
+}
+
 bool JournalServer::handleWebcm(const httplib::Request& req, httplib::Response& res)
 {
-    if (m_scenario.value(QStringLiteral("firmware")).toString() != u"form")
+    if (m_state.firmware() == u"lua")
         return false;
-    // Query and form body arrive as parameters alike.
-    const std::string page = req.get_param_value("getpage");
-    if (page.size() > 4 && page.compare(page.size() - 4, 4, ".csv") == 0) {
+    const SimParams params = SimParams::fromRequest(req);
+    const bool csv = params.value(QStringLiteral("getpage")).endsWith(QStringLiteral(".csv"));
+    const bool refresh = params.has(QStringLiteral("telcfg:settings/RefreshJournal")) &&
+                         params.value(QStringLiteral("var:pagename")) == u"foncalls";
+    if (!csv && !refresh)
+        return false;
+    if (!loggedIn(req)) {
+        res.set_content(simLoginPage(), "text/html; charset=utf-8");
+        return true;
+    }
+    if (csv) {
         sendExport(res);
         return true;
     }
-    if (req.has_param("telcfg:settings/RefreshJournal") && req.get_param_value("var:pagename") == "foncalls") {
+    {
         {
             QMutexLocker lock(&m_mutex);
             ++m_refreshes;
         }
-        res.set_content(refreshedPageForm(m_scenario.value(QStringLiteral("language")).toString()),
+        res.set_content(refreshedPageForm(m_state.scenario().value(QStringLiteral("language")).toString()),
                         "text/html; charset=iso-8859-1");
         return true;
     }
@@ -143,6 +161,15 @@ bool JournalServer::handleWebcm(const httplib::Request& req, httplib::Response& 
 void JournalServer::installRoutes(httplib::Server& server)
 {
     auto lua = [this](const httplib::Request& req, httplib::Response& res) {
+        m_state.recordRequest(QString::fromStdString(req.method), QStringLiteral("/fon_num/foncalls_list.lua"));
+        if (m_state.firmware() != u"lua") {
+            res.status = 404;
+            return;
+        }
+        if (!loggedIn(req)) {
+            res.set_content(simLoginPage(), "text/html; charset=utf-8");
+            return;
+        }
         if (req.has_param("csv")) {
             sendExport(res);
             return;
@@ -155,12 +182,6 @@ void JournalServer::installRoutes(httplib::Server& server)
     };
     server.Get("/fon_num/foncalls_list.lua", lua);
     server.Post("/fon_num/foncalls_list.lua", lua);
-    auto webcm = [this](const httplib::Request& req, httplib::Response& res) {
-        if (!handleWebcm(req, res))
-            res.status = 404;
-    };
-    server.Get("/cgi-bin/webcm", webcm);
-    server.Post("/cgi-bin/webcm", webcm);
 }
 
 void JournalServer::installControlRoutes(httplib::Server& server)

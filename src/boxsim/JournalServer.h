@@ -12,7 +12,7 @@ class Server;
 struct Request;
 struct Response;
 } // namespace httplib
-class Scenario;
+class RouterState;
 
 // The router's call journal as its web interface hands it out. Current (Lua) firmware:
 // "/fon_num/foncalls_list.lua" refreshes (a page) and "?csv=" exports; older firmware: posts to
@@ -24,15 +24,19 @@ class Scenario;
 // ("utf-8", default, or "latin1"); "journalChunkDelayMs" (pause between rows, so that a client
 // that stops reading early is seen doing so).
 //
+// Both need a session, as every page of the router does.
+//
 // Control:
 //   POST /_sim/journal/add    a row object        -> puts it at the head of the journal
 //   GET  /_sim/journal/stats  -> {"exports","bytesSent","bytesTotal","closedEarly","refreshes"}
 class JournalServer
 {
 public:
-    explicit JournalServer(Scenario& scenario) : m_scenario(scenario) {}
+    explicit JournalServer(RouterState& state) : m_state(state) {}
 
     void installRoutes(httplib::Server& server);
+    // The journal requests among those to /cgi-bin/webcm (older firmware); false for others.
+    bool handleWebcm(const httplib::Request& req, httplib::Response& res);
     void installControlRoutes(httplib::Server& server);
 
     // A finished call as the router writes it into its journal.
@@ -50,11 +54,11 @@ public:
     QByteArray exportText() const;
 
 private:
-    bool handleWebcm(const httplib::Request& req, httplib::Response& res);
+    bool loggedIn(const httplib::Request& req);
     void sendExport(httplib::Response& res);
     void addRow(const QJsonObject& row);
 
-    Scenario& m_scenario;
+    RouterState& m_state;
     mutable QMutex m_mutex;
     int m_exports = 0;
     int m_refreshes = 0;

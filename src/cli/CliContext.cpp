@@ -54,6 +54,12 @@ SecretStore& CliContext::secrets()
     return m_env->secrets();
 }
 
+AppEnvironment& CliContext::environment()
+{
+    open();
+    return *m_env;
+}
+
 TNPreferencesManager& CliContext::manager()
 {
     open();

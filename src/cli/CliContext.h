@@ -50,6 +50,7 @@ public:
     SettingsStore& settings();
     SecretStore& secrets();
     TNPreferencesManager& manager();
+    AppEnvironment& environment();
 
     // The location named by --location, else the current one; throws when there is none.
     std::shared_ptr<TNPreferences> targetLocation();

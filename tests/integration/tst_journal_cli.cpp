@@ -1,12 +1,12 @@
-// The journal end to end: tondrel-cli importing journal files and exporting the list, and the
-// simulator handing out its journal in both firmware flavours.
+// The journal end to end: tondrel-cli importing journal files and exporting the list, and
+// downloading the simulator's journal in both firmware flavours, after a call on the monitor.
 #include "TestSupport.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTcpSocket>
+#include <QProcess>
 #include <QtTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,19 +23,25 @@ QJsonObject object(const QByteArray& bytes)
     return QJsonDocument::fromJson(bytes).object();
 }
 
-// Reads the export like a client that stops once it has seen `until`; the bytes read.
-QByteArray readUntil(int port, const QByteArray& until)
+QString writeScenario(const TempEnv& env, const QJsonObject& scenario)
 {
-    QTcpSocket socket;
-    socket.connectToHost(u"127.0.0.1"_s, quint16(port));
-    if (!socket.waitForConnected(5000))
-        return {};
-    socket.write("GET /fon_num/foncalls_list.lua?csv= HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n");
-    QByteArray got;
-    while (!got.contains(until) && socket.waitForReadyRead(5000))
-        got += socket.readAll();
-    socket.abort();
-    return got;
+    const QString path = env.root.filePath(u"scenario.json"_s);
+    QFile f(path);
+    f.open(QIODevice::WriteOnly);
+    f.write(QJsonDocument(scenario).toJson());
+    return path;
+}
+
+// The simulator's router as the current location (its default user has the password "secret").
+bool addLocation(const TempEnv& env, SimulatorProcess& sim, const QByteArray& password = "secret")
+{
+    return runCli(env,
+                  {u"location"_s, u"add"_s, u"--name"_s, u"sim"_s, u"--host"_s, u"127.0.0.1"_s, u"--web-port"_s,
+                   QString::number(sim.port(u"web"_s)), u"--tr064-port"_s, QString::number(sim.port(u"tr064"_s)),
+                   u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--prefixes"_s, u"00,49,0,30"_s,
+                   u"--password-stdin"_s},
+                  password + "\n")
+               .exitCode == 0;
 }
 
 } // namespace
@@ -111,80 +117,112 @@ private slots:
         QVERIFY2(r.err.contains(error.toUtf8()), r.err.constData());
     }
 
-    void simulatorServesBothFlavours_data()
+    void downloadInBothFlavours_data()
     {
         QTest::addColumn<QString>("firmware");
         QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("refresh");
-        QTest::addColumn<QString>("csv");
-        QTest::addColumn<QByteArray>("header");
-        QTest::newRow("lua") << u"lua"_s << u"de"_s
-                             << u"/fon_num/foncalls_list.lua?usejournal=on&refresh=&callstab=all"_s
-                             << u"/fon_num/foncalls_list.lua?csv="_s
-                             << QByteArray("Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer");
-        QTest::newRow("form, english")
-            << u"form"_s << u"en"_s
-            << u"/cgi-bin/webcm?telcfg:settings/RefreshJournal=:-)&var%3Apagename=foncalls"_s
-            << u"/cgi-bin/webcm?getpage=..%2Fhtml%2Fen%2FFRITZ%21Box_Calllist.csv&telcfg:settings/UseJournal=1"_s
-            << QByteArray("Type;Date;Name;Number;Extension;Outgoing Caller ID;Duration");
+        QTest::addColumn<QString>("path");
+        QTest::newRow("lua") << u"lua"_s << u"de"_s << u"/fon_num/foncalls_list.lua"_s;
+        QTest::newRow("form, german") << u"form"_s << u"de"_s << u"/cgi-bin/webcm"_s;
+        QTest::newRow("form, english") << u"form"_s << u"en"_s << u"/cgi-bin/webcm"_s;
     }
-    void simulatorServesBothFlavours()
+    void downloadInBothFlavours()
     {
         QFETCH(QString, firmware);
         QFETCH(QString, language);
-        QFETCH(QString, refresh);
-        QFETCH(QString, csv);
-        QFETCH(QByteArray, header);
-        const QString scenario = m_env.root.filePath(u"scenario-%1.json"_s.arg(firmware));
-        QFile f(scenario);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(QJsonDocument(QJsonObject{{u"firmware"_s, firmware},
-                                          {u"language"_s, language},
-                                          {u"journal"_s, QJsonArray{u"1;14.03.26 09:05;;0301234;Küche;5550001;0:12"_s}}})
-                    .toJson());
-        f.close();
-        SimulatorProcess sim({u"--scenario"_s, scenario});
+        QFETCH(QString, path);
+        TempEnv env;
+        SimulatorProcess sim({u"--scenario"_s, writeScenario(env, QJsonObject{
+            {u"firmware"_s, firmware}, {u"language"_s, language},
+            {u"journal"_s, QJsonArray{u"1;14.03.26 09:05;;0301234;Küche;5550001;0:12"_s,
+                                      u"4;13.03.26 19:00;;089777;Küche;5550001;0:02"_s}}})});
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QVERIFY(addLocation(env, sim));
 
-        // The refreshed page tells the client the flavour: only the old one names a .csv file.
-        const QByteArray page = sim.control("GET", refresh);
-        QCOMPARE(page.contains(".csv\""), firmware == u"form");
+        CliResult r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
+        QVERIFY2(r.exitCode == 0, r.err.constData());
+        QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 2);
+        QVERIFY(sim.control("GET", u"/_sim/requests"_s).contains(path.toUtf8()));
 
-        // A call that ends on the call monitor is written at the head of the journal.
+        // A call that ends on the call monitor is written at the head of the router's journal.
         QVERIFY(!sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0170111","called":"5550001"})").isNull());
         QVERIFY(!sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0})").isNull());
+        r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
+        QVERIFY2(r.exitCode == 0, r.err.constData());
+        QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 1);
+        QCOMPARE(object(r.out).value(u"missed"_s).toInt(), 1);
 
-        const QList<QByteArray> lines = sim.control("GET", csv).split('\n');
-        QCOMPARE(lines.value(0), QByteArray("sep=;"));
-        QCOMPARE(lines.value(1), header);
-        QVERIFY2(lines.value(2).startsWith("2;") && lines.value(2).contains(";0170111;;5550001;0:00"), lines.value(2));
-        QCOMPARE(lines.value(3), "1;14.03.26 09:05;;0301234;Küche;5550001;0:12"_ba);
+        r = runCli(env, {u"--json"_s, u"calls"_s, u"list"_s});
+        const QJsonArray rows = QJsonDocument::fromJson(r.out).array();
+        QCOMPARE(rows.size(), 3);
+        QCOMPARE(rows[0].toObject().value(u"phonenumber"_s).toString(), u"0170111"_s);
+        QCOMPARE(rows[0].toObject().value(u"callstate"_s).toInt(), 2);
+        QCOMPARE(rows[2].toObject().value(u"callstate"_s).toInt(), 3); // type 4: outgoing
     }
 
-    void simulatorSeesClientStopEarly()
+    void wrongPasswordIsAnError()
+    {
+        TempEnv env;
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QVERIFY(addLocation(env, sim, "wrong"));
+        const CliResult r = runCli(env, {u"calls"_s, u"import"_s});
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY(r.err.startsWith("tondrel-cli: "));
+    }
+
+    void secondDownloadStopsEarly()
     {
         QJsonArray journal;
-        for (int i = 0; i < 40; ++i)
-            journal.append(u"1;%1.02.26 10:00;;0301%2;;5550001;0:01"_s.arg(28 - i % 28, 2, 10, QChar(u'0')).arg(i));
-        const QString scenario = m_env.root.filePath(u"scenario-slow.json"_s);
-        QFile f(scenario);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(QJsonDocument(QJsonObject{{u"journal"_s, journal}, {u"journalChunkDelayMs"_s, 20}}).toJson());
-        f.close();
-        SimulatorProcess sim({u"--scenario"_s, scenario});
+        for (int i = 0; i < 60; ++i)
+            journal.append(u"1;%1.02.26 10:%2;;0301%3;;5550001;0:01"_s.arg(28 - i / 3, 2, 10, QChar(u'0'))
+                               .arg(50 - i % 3 * 10).arg(i));
+        TempEnv env;
+        SimulatorProcess sim({u"--scenario"_s, writeScenario(env, QJsonObject{{u"journal"_s, journal},
+                                                                              {u"journalChunkDelayMs"_s, 10}})});
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QVERIFY(addLocation(env, sim));
+        CliResult r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
+        QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 60);
+        QVERIFY(!object(sim.control("GET", u"/_sim/journal/stats"_s)).value(u"closedEarly"_s).toBool());
 
-        QVERIFY(readUntil(sim.port(u"web"_s), ";03013;").contains(";03013;"));
+        QVERIFY(!sim.control("POST", u"/_sim/journal/add"_s,
+                             R"({"type":3,"date":"01.03.26 08:00","number":"0401","extension":"Büro","line":"5550001","duration":"0:03"})")
+                     .isNull());
+        r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
+        QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 1);
+        // The client stopped reading once the newest stored call went by.
         QJsonObject stats;
         QTRY_VERIFY((stats = object(sim.control("GET", u"/_sim/journal/stats"_s))).value(u"closedEarly"_s).toBool());
-        QVERIFY(stats.value(u"bytesSent"_s).toInt() < stats.value(u"bytesTotal"_s).toInt());
+        QVERIFY(stats.value(u"bytesSent"_s).toInt() < stats.value(u"bytesTotal"_s).toInt() / 2);
+    }
 
-        // A client that reads everything is not counted as stopping early.
-        QVERIFY(sim.control("GET", u"/fon_num/foncalls_list.lua?csv="_s).contains(";030139;"));
-        stats = object(sim.control("GET", u"/_sim/journal/stats"_s));
-        QVERIFY(!stats.value(u"closedEarly"_s).toBool());
-        QCOMPARE(stats.value(u"bytesSent"_s).toInt(), stats.value(u"bytesTotal"_s).toInt());
-        QCOMPARE(stats.value(u"exports"_s).toInt(), 2);
+    void callOnMonitorAppearsInList()
+    {
+        TempEnv env;
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        QVERIFY(addLocation(env, sim));
+        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"ListAferCall"_s, u"true"_s}).exitCode, 0);
+        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"badgeNewAbsentiaCalls"_s, u"true"_s}).exitCode, 0);
+
+        QProcess monitor;
+        monitor.start(QStringLiteral(TONDREL_CLI_PATH),
+                      {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
+                       u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"30"_s});
+        QTRY_COMPARE(object(sim.control("GET", u"/_sim/monitor/clients"_s)).value(u"clients"_s).toInt(), 1);
+        QVERIFY(!sim.control("POST", u"/_sim/monitor/call"_s,
+                             R"({"extension":"1","caller":"5550001","called":"0891234"})").isNull());
+        QVERIFY(!sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0,"duration":65})").isNull());
+        QVERIFY(monitor.waitForFinished(30000));
+        QCOMPARE(monitor.exitCode(), 0);
+
+        const CliResult r = runCli(env, {u"--json"_s, u"calls"_s, u"list"_s});
+        const QJsonArray rows = QJsonDocument::fromJson(r.out).array();
+        QCOMPARE(rows.size(), 1);
+        QCOMPARE(rows[0].toObject().value(u"phonenumber"_s).toString(), u"0891234"_s);
+        QCOMPARE(rows[0].toObject().value(u"callstate"_s).toInt(), 3);
+        QCOMPARE(rows[0].toObject().value(u"duration"_s).toString(), u"0:02"_s);
     }
 
 private:

@@ -1,6 +1,7 @@
 // calls import and calls export.
 #include "CallsCommand.h"
 
+#include "BoxCli.h"
 #include "CliContext.h"
 
 #include "app/SettingsKeys.h"
@@ -98,26 +99,26 @@ void CallsCommand::setupImportExport(CLI::App& calls, CliContext& ctx)
 
 void CallsCommand::importJournal(CliContext& ctx)
 {
-    const auto prefs = ctx.targetLocation();
-    TNCallinglist& calls = cliCallinglist(ctx);
     const QString path = str(m_importFile);
+    const auto prefs = path.isEmpty() ? BoxCli::prepare(ctx) : ctx.targetLocation();
+    TNCallinglist& calls = cliCallinglist(ctx);
     if (!path.isEmpty() && !QFileInfo(path).isFile())
         throw CliError(1, QStringLiteral("no journal file %1").arg(path));
     const auto book = VCardAddressBook::fromSettings(ctx.settings());
     JournalImporter importer(calls, ctx.settings(), book.get());
     if (path.isEmpty()) {
         const JournalLoading::Download fetch = JournalLoading::download();
-        if (!fetch)
-            throw CliError(1, QStringLiteral("this build cannot download the journal from the router"));
+        BoxCli::ensureSession(*prefs);
         importer.setDownloader([fetch, prefs](const QString& cancel) { return fetch(prefs, cancel); });
     }
     ProgressBar bar(ctx.err());
     if (!path.isEmpty())
         importer.setProgress([&bar](qsizetype done, qsizetype total) { bar.update(done, total); });
     const JournalImportResult r = importer.getCSVListFromHost(path, prefs->activeProfileInt);
+    if (r.result < 0 && path.isEmpty())
+        throw CliError(1, QStringLiteral("the router's journal could not be read: %1").arg(BoxCli::failureText(*prefs)));
     if (r.result < 0)
-        throw CliError(1, path.isEmpty() ? QStringLiteral("the router's journal could not be read")
-                                         : QStringLiteral("%1 is not a call journal").arg(path));
+        throw CliError(1, QStringLiteral("%1 is not a call journal").arg(path));
     if (ctx.json) {
         QVariantMap out{{QStringLiteral("imported"), r.result},      {QStringLiteral("missed"), r.missed},
                         {QStringLiteral("badLines"), r.badLines},    {QStringLiteral("duplicates"), r.duplicates},

@@ -2,6 +2,8 @@
 
 #include "CliContext.h"
 
+#include "app/AppEnvironment.h"
+#include "app/ServiceAdapters.h"
 #include "app/TNPreferences.h"
 
 #include <QDateTime>
@@ -9,7 +11,7 @@
 
 FTPCommandSession::FTPCommandSession(CliContext& context)
     : ctx(context)
-    , datasource(nullptr, nullptr)
+    , datasource(context.environment().voicemailMarkers(), &context.environment().callerNames())
 {
     auto prefs = ctx.targetLocation();
     loadFlags = prefs->loadVoicemails;

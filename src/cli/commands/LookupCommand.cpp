@@ -49,8 +49,7 @@ void LookupCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.location.empty() ? ctx.manager().currentPreferences() : ctx.targetLocation();
             const QVariantMap format = current ? current->contactFormat : QVariantMap();
 
-            ContactsServices services(ctx.paths().dataDir, ctx.paths().scriptsDir(), ctx.settings(),
-                                      CallerCache::shared(), Clock::system());
+            ContactsServices& services = ctx.environment().contacts();
             services.setTimeoutMs(int(m_timeout * 1000));
             if (!m_addressBook.empty()) {
                 services.useAddressBook(QString::fromStdString(m_addressBook));

@@ -3,7 +3,10 @@
 #include "app/SecretStore.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
+#include "app/Clock.h"
+#include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
+#include "contacts/ContactsServices.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
     : m_paths(std::move(paths)), m_secretsKind(std::move(secretsKind))
@@ -12,6 +15,9 @@ AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
 
 AppEnvironment::~AppEnvironment()
 {
+    // Contacts withdraw their shared instances before the cache they point at goes.
+    m_callerNames.reset();
+    m_contacts.reset();
     if (TNPreferencesManager::sharedManager() == m_manager.get())
         TNPreferencesManager::setSharedManager(nullptr);
     if (TNCallinglist::sharedInstance() == m_callinglist.get())
@@ -59,5 +65,14 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
     }
     TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
+
+    if (m_callinglist) {
+        m_callerCache = std::make_unique<DatabaseCallerCache>(*m_callinglist);
+        m_voicemailMarkers = std::make_unique<DatabaseVoicemailMarkers>(*m_callinglist, *m_manager);
+    }
+    m_contacts = std::make_unique<ContactsServices>(m_paths.dataDir, m_paths.scriptsDir(), *m_settings,
+                                                    m_callerCache.get(), Clock::system());
+    m_contacts->install();
+    m_callerNames = std::make_unique<ContactsCallerNames>(*m_manager, &m_contacts->reverseLookup());
     return true;
 }

@@ -10,6 +10,11 @@ class SettingsStore;
 class SecretStore;
 class TNPreferencesManager;
 class TNCallinglist;
+class ContactsServices;
+class DatabaseCallerCache;
+class DatabaseVoicemailMarkers;
+class ContactsCallerNames;
+class TNCallinglist;
 
 // The composition root shared by the tray application and the command line: paths, settings,
 // passwords and the locations, installed as the process-wide instances.
@@ -32,6 +37,10 @@ public:
     TNPreferencesManager& manager() const { return *m_manager; }
     // Null when the call database cannot be opened.
     TNCallinglist* callinglist() const { return m_callinglist.get(); }
+    ContactsServices& contacts() const { return *m_contacts; }
+    ContactsCallerNames& callerNames() const { return *m_callerNames; }
+    // Null without a call database.
+    DatabaseVoicemailMarkers* voicemailMarkers() const { return m_voicemailMarkers.get(); }
 
 private:
     AppPaths m_paths;
@@ -42,4 +51,8 @@ private:
     std::unique_ptr<SecretStore> m_secrets;
     std::unique_ptr<TNCallinglist> m_callinglist;
     std::unique_ptr<TNPreferencesManager> m_manager;
+    std::unique_ptr<DatabaseCallerCache> m_callerCache;
+    std::unique_ptr<DatabaseVoicemailMarkers> m_voicemailMarkers;
+    std::unique_ptr<ContactsServices> m_contacts;
+    std::unique_ptr<ContactsCallerNames> m_callerNames;
 };

@@ -30,6 +30,12 @@ const LocalizedString kStrings[] = {
          "Tondrel",
          "The router user lacks the right this action needs. Check the user's rights on the router.")},
 
+    {"errorCertificateChanged",
+     QT_TRANSLATE_NOOP("Tondrel", "The router's certificate for remote access has changed. The connection was "
+                                  "refused; accept the new certificate in the location's settings if you trust it.")},
+    //: %1: host and port
+    {"errorBoxUnreachable", QT_TRANSLATE_NOOP("Tondrel", "The router cannot be reached at %1.")},
+
     // TR-064.
     {"errorTR064", QT_TRANSLATE_NOOP("Tondrel", "The router does not allow access for applications (TR-064). "
                                                 "Turn it on in the router's home network settings.")},

@@ -58,6 +58,7 @@ const std::vector<LocationKeyDef>& locationKeyTable()
         {keys::RemoteHost,        T::String, &P::remoteHostName,      QString(),              QString()},
         {keys::RemoteUser,        T::String, &P::remoteUserName,      QString(),              QString()},
         {keys::RemoteSSLPort,     T::Int,    &P::remotesslPort,       443,                    443, QString(), true},
+        {keys::RemoteCertificateKey, T::String, &P::remoteCertificateKey, QString(),    QString()},
         {keys::Broadcast,         T::String, &P::broadcastaddress,    QString(),              QString()},
         {keys::MAC,               T::String, &P::macaddress,          QString(),              QString()},
         {keys::WakeOnLan,         T::Array,  &P::wakeOnLan,           QVariantList(),         kNotWritten},

@@ -85,6 +85,7 @@ inline const QString AutoRemoteAccess = QStringLiteral("AutoRemoteAccess");
 inline const QString RemoteHost = QStringLiteral("RemoteHost");
 inline const QString RemoteUser = QStringLiteral("RemoteUser");
 inline const QString RemoteSSLPort = QStringLiteral("RemoteSSLPort");
+inline const QString RemoteCertificateKey = QStringLiteral("RemoteCertificateKey");
 inline const QString Broadcast = QStringLiteral("Broadcast");
 inline const QString MAC = QStringLiteral("MAC");
 inline const QString WakeOnLan = QStringLiteral("WakeOnLan");

@@ -68,10 +68,11 @@ void TNPreferences::resetRuntimeFields()
     DECTStatus = 4;
     errorMessageShown = false;
     switchedLUA = false;
+    wlanSSID.clear();
     wlanSSID_scnd.clear();
     useLUA = false;
     keyChainError = false;
-    sessionManager = nullptr;
+    sessionManager.reset();
     configDefinition.clear();
     dateFormatString = localeDateTimePattern();
 }

@@ -12,6 +12,7 @@
 
 class SettingsStore;
 class SecretStore;
+class TNSessionManager;
 
 // The settings of one location (router), loaded from its dictionary under "Locations", with the
 // run-time state of its router session. Fields carry the names other parts know them by.
@@ -81,6 +82,8 @@ public:
     int callMonitorPort = 1012;
     int tr064Port = 49000;
     int ftpPort = 21;
+    // SHA-256 of the remote router's public key, "sha256//" + base 64; empty until first seen.
+    QString remoteCertificateKey;
 
     // In the keychain.
     QString passWord;
@@ -97,10 +100,11 @@ public:
     int DECTStatus = 4;
     bool errorMessageShown = false;
     bool switchedLUA = false;
+    QString wlanSSID;
     QString wlanSSID_scnd;
     bool useLUA = false;
     bool keyChainError = false;
-    void* sessionManager = nullptr;
+    std::shared_ptr<TNSessionManager> sessionManager;
     QVariant configDefinition;
     QString dateFormatString;
 

@@ -4,6 +4,7 @@
 #include "app/SettingsStore.h"
 #include "app/TNPreferences.h"
 #include "app/TNPreferencesManager.h"
+#include "calllist/JournalDownload.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
@@ -28,7 +29,7 @@ void setDownload(Download download)
 Download download()
 {
     QMutexLocker lock(&g_mutex);
-    return g_download;
+    return g_download ? g_download : Download(&downloadFromRouter);
 }
 
 void setBadgeHandler(std::function<void(const QString&)> handler)

@@ -14,6 +14,7 @@ namespace JournalLoading {
 // Fetches the journal of a location from its router ("refreshFoncalls", then "csv" with the
 // cancel string); "" or a page when that fails.
 using Download = std::function<QString(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString)>;
+// Tests and other front ends may replace the router download.
 void setDownload(Download download);
 Download download();
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <string>
+
+namespace httplib {
+class Server;
+struct Request;
+struct Response;
+}
+class RouterState;
+
+// TR-064 control: HTTP digest authentication ("dslf-config" is the user without a name), the
+// actions the program uses, and SOAP faults (401 invalid action, 606 action not authorised).
+class SimTr064
+{
+public:
+    explicit SimTr064(RouterState& state);
+    // prefix: "" on the TR-064 port, "/tr064" on the remote-access HTTPS port.
+    void install(httplib::Server& server, const std::string& prefix);
+
+private:
+    void handle(const httplib::Request& req, httplib::Response& res, const QString& controlPath);
+    // The user the digest answer proves, or a null string.
+    QString authenticate(const httplib::Request& req) const;
+
+    RouterState& m_state;
+    QString m_nonce;
+};

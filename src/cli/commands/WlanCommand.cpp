@@ -1,0 +1,29 @@
+#include "WlanCommand.h"
+
+#include "BoxCli.h"
+#include "CliContext.h"
+
+#include "app/TNPreferences.h"
+#include "box/FBBoxConnectionHelper.h"
+#include "box/FBBoxSystemHelper.h"
+
+void WlanCommand::setup(CLI::App& app, CliContext& ctx)
+{
+    auto* cmd = app.add_subcommand("wlan", "Switch the WLAN radios: on, off, 2on, 2off (2.4 GHz), 5on, 5off (5 GHz)");
+    cmd->add_option("state", m_state, "on, off, 2on, 2off, 5on, 5off")->required()->check(CLI::IsMember({"on", "off", "2on", "2off", "5on", "5off"}));
+    cmd->callback([this, &ctx] {
+        ctx.action = [this, &ctx] {
+            auto prefs = BoxCli::prepare(ctx);
+            BoxCli::ensureSession(*prefs);
+            // Read the radios first: the Lua form of on/off depends on whether a second radio exists.
+            FBBoxSystemHelper::threadcheckWLANStatus(prefs.get());
+            const QString word = QStringLiteral("WLAN") + QString::fromStdString(m_state);
+            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetWLANStatus(prefs.get(), word), *prefs);
+            if (ctx.json) {
+                ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), prefs->WLANStatus}});
+                return;
+            }
+            ctx.out() << "WLAN status " << prefs->WLANStatus << "\n";
+        };
+    });
+}

@@ -1,0 +1,238 @@
+#include "box/FBConnection.h"
+
+#include "app/Localization.h"
+#include "app/Logging.h"
+#include "app/SettingsKeys.h"
+#include "app/TNPreferences.h"
+#include "app/TNPreferencesManager.h"
+#include "box/FBApplicationHelper.h"
+#include "box/FBCertificatePin.h"
+
+#include <QElapsedTimer>
+
+#include <atomic>
+#include <curl/curl.h>
+
+namespace {
+std::atomic<int> g_timeoutOverride{0};
+
+struct Transfer
+{
+    QByteArray data;
+    bool began = false;
+    bool cancelled = false;
+    bool timedOut = false;
+    QByteArray cancelOn;
+    FBEncoding encoding = FBEncoding::Ascii;
+    qint64 timeoutMs = 20000;
+    QElapsedTimer clock;
+};
+
+QString decode(const QByteArray& data, FBEncoding encoding)
+{
+    return encoding == FBEncoding::Utf8 ? QString::fromUtf8(data) : QString::fromLatin1(data);
+}
+
+size_t onHeader(char*, size_t size, size_t count, void* user)
+{
+    static_cast<Transfer*>(user)->began = true;
+    return size * count;
+}
+
+size_t onData(char* ptr, size_t size, size_t count, void* user)
+{
+    auto* t = static_cast<Transfer*>(user);
+    t->began = true;
+    t->data.append(ptr, qsizetype(size * count));
+    if (!t->cancelOn.isEmpty() && decode(t->data, t->encoding).contains(QString::fromUtf8(t->cancelOn))) {
+        t->cancelled = true;
+        return 0; // ends the transfer; what came so far is the answer
+    }
+    return size * count;
+}
+
+int onProgress(void* user, curl_off_t, curl_off_t, curl_off_t, curl_off_t)
+{
+    auto* t = static_cast<Transfer*>(user);
+    if (!t->began && t->clock.elapsed() > t->timeoutMs) {
+        t->timedOut = true;
+        return 1;
+    }
+    return 0;
+}
+
+void ensureCurlInit()
+{
+    static const bool done = [] { return curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK; }();
+    Q_UNUSED(done);
+}
+
+// The first certificate seen for the remote host is kept with the location.
+void rememberPin(TNPreferences* config, const QString& pin)
+{
+    if (!config || pin.isEmpty())
+        return;
+    {
+        QMutexLocker lock(&config->runtimeMutex());
+        config->remoteCertificateKey = pin;
+    }
+    if (auto* mgr = TNPreferencesManager::sharedManager(); mgr && !config->uid.isEmpty())
+        mgr->saveLocationValue(pin, keys::RemoteCertificateKey, config->uid);
+    qCInfo(lcBox) << "pinned the remote router's certificate";
+}
+} // namespace
+
+void FBRequest::setFormBody(const QByteArray& form)
+{
+    method = "POST";
+    setHeader("Content-type", "application/x-www-form-urlencoded");
+    body = form;
+}
+
+void FBConnection::setTimeoutOverrideForTesting(int seconds)
+{
+    g_timeoutOverride = seconds;
+}
+
+int FBConnection::effectiveTimeout(int seconds)
+{
+    const int o = g_timeoutOverride.load();
+    return o > 0 ? o : seconds;
+}
+
+void FBConnection::customCancel()
+{
+    qCDebug(lcBox) << "customCancel";
+    errorOccured = true;
+    timedOut = true;
+}
+
+void FBConnection::defaultUnauthorized()
+{
+    TNPreferences* current = nullptr;
+    std::shared_ptr<TNPreferences> holder;
+    if (auto* mgr = TNPreferencesManager::sharedManager()) {
+        holder = mgr->currentPreferences();
+        current = holder.get();
+    }
+    if (!current)
+        current = m_config;
+    if (!current)
+        return;
+    {
+        QMutexLocker lock(&current->runtimeMutex());
+        if (current->loginError)
+            return;
+        current->loginError = true;
+    }
+    FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("errorWrongPass")));
+}
+
+QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
+                                       TNPreferences* config)
+{
+    Q_UNUSED(needsOutput);
+    if (config)
+        m_config = config;
+    ensureCurlInit();
+    errorOccured = timedOut = certificateRefused = false;
+    httpStatus = 0;
+    curlCode = 0;
+    errorDescription.clear();
+
+    CURL* curl = curl_easy_init();
+    if (!curl) {
+        errorOccured = true;
+        return QStringLiteral("-2");
+    }
+    Transfer t;
+    t.encoding = encoding;
+    if (!cancelOnString.isEmpty() && cancelOnString != u";;")
+        t.cancelOn = cancelOnString.toUtf8();
+    const int timeout = effectiveTimeout(timeoutSeconds);
+    t.timeoutMs = qint64(timeout) * 1000;
+
+    const std::string url = request.url.toStdString();
+    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT_MS, long(t.timeoutMs));
+    curl_easy_setopt(curl, CURLOPT_HEADERFUNCTION, onHeader);
+    curl_easy_setopt(curl, CURLOPT_HEADERDATA, &t);
+    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, onData);
+    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &t);
+    curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, onProgress);
+    curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &t);
+
+    curl_slist* headers = nullptr;
+    for (const auto& [name, value] : request.headers)
+        headers = curl_slist_append(headers, (name + ": " + value).constData());
+    headers = curl_slist_append(headers, "Expect:");
+    curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
+
+    if (request.method == "POST") {
+        curl_easy_setopt(curl, CURLOPT_POST, 1L);
+        curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE, long(request.body.size()));
+        curl_easy_setopt(curl, CURLOPT_POSTFIELDS, request.body.constData());
+    } else if (request.method != "GET") {
+        curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, request.method.constData());
+    }
+
+    std::string user, password;
+    if (useDigest) {
+        user = digestUser.toStdString();
+        password = digestPassword.toStdString();
+        curl_easy_setopt(curl, CURLOPT_HTTPAUTH, long(CURLAUTH_DIGEST));
+        curl_easy_setopt(curl, CURLOPT_USERNAME, user.c_str());
+        curl_easy_setopt(curl, CURLOPT_PASSWORD, password.c_str());
+    }
+
+    // Routers use self-signed certificates: no chain check, but the public key is pinned.
+    const bool https = request.url.startsWith(u"https://", Qt::CaseInsensitive);
+    std::string pin;
+    if (https) {
+        curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 0L);
+        curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, 0L);
+        curl_easy_setopt(curl, CURLOPT_CERTINFO, 1L);
+        if (m_config) {
+            QMutexLocker lock(&m_config->runtimeMutex());
+            pin = m_config->remoteCertificateKey.toStdString();
+        }
+        if (!pin.empty())
+            curl_easy_setopt(curl, CURLOPT_PINNEDPUBLICKEY, pin.c_str());
+    }
+
+    t.clock.start();
+    const CURLcode rc = curl_easy_perform(curl);
+    curlCode = int(rc);
+    curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &httpStatus);
+
+    if (https && pin.empty() && rc == CURLE_OK)
+        rememberPin(m_config, FBCertificatePin::pinFromCurl(curl));
+    curl_slist_free_all(headers);
+    curl_easy_cleanup(curl);
+
+    if (httpStatus == 401) {
+        if (onUnauthorized)
+            onUnauthorized();
+        else
+            defaultUnauthorized();
+    }
+
+    if (rc != CURLE_OK && !(rc == CURLE_WRITE_ERROR && t.cancelled)) {
+        if (t.timedOut) {
+            customCancel();
+        } else {
+            errorOccured = true;
+            certificateRefused = rc == CURLE_SSL_PINNEDPUBKEYNOTMATCH;
+            errorDescription = certificateRefused
+                                   ? Localization::localized(QStringLiteral("errorCertificateChanged"))
+                                   : QString::fromUtf8(curl_easy_strerror(rc));
+            qCInfo(lcBox) << "FBConnection didFailWithError" << int(rc) << errorDescription;
+        }
+        return QStringLiteral("-2");
+    }
+    if (t.data.isEmpty())
+        return QString();
+    return decode(t.data, encoding);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+// The router's two challenge-response schemes.
+namespace FBLoginHash {
+
+// MD5 over UTF-16LE of the text; characters above U+00FF count as "." (the router does the same).
+QString md5ResponseFromString(const QString& text);
+
+// "2$iter1$salt1$iter2$salt2" and the password -> "salt2$hex(hash2)"; "" for a malformed challenge.
+QString pbkdf2Response(const QString& challenge, const QString& password);
+
+// The full response text for a challenge: PBKDF2 for "2$..." challenges, MD5 otherwise.
+QString responseForChallenge(const QString& challenge, const QString& password);
+
+} // namespace FBLoginHash

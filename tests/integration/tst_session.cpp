@@ -1,0 +1,250 @@
+// The session manager in process against the simulator: block time, the 550-second reuse, the
+// markers of an unreachable router, and the rights that decide before anything is sent.
+#include "TestSupport.h"
+
+#include "app/Clock.h"
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/SecretStore.h"
+#include "app/SettingsStore.h"
+#include "app/TNPreferences.h"
+#include "box/FBApplicationHelper.h"
+#include "box/FBBoxConnectionHelper.h"
+#include "box/FBConnection.h"
+#include "box/TNSessionManager.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTcpServer>
+#include <QTest>
+
+namespace {
+int loginRequests(SimulatorProcess& sim)
+{
+    int n = 0;
+    for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array())
+        if (v.toObject().value(QStringLiteral("path")).toString() == u"/login_sid.lua")
+            ++n;
+    return n;
+}
+} // namespace
+
+class TestSession : public QObject
+{
+    Q_OBJECT
+private:
+    TempEnv m_env;
+    std::unique_ptr<SettingsStore> m_store;
+    MemorySecretStore m_secrets;
+    QStringList m_alerts;
+
+    struct Box
+    {
+        std::shared_ptr<TNPreferences> prefs;
+        ManualClock clock{QDateTime::currentDateTime()};
+        TNSessionManager* session = nullptr;
+    };
+
+    std::unique_ptr<Box> box(int webPort, const QString& password, const QString& user = {})
+    {
+        auto b = std::make_unique<Box>();
+        b->prefs = std::make_shared<TNPreferences>(*m_store, m_secrets);
+        b->prefs->hostName = QStringLiteral("127.0.0.1");
+        b->prefs->webPort = webPort;
+        b->prefs->userName = user;
+        b->prefs->passWord = password;
+        b->prefs->sessionManager = std::make_shared<TNSessionManager>(&b->clock);
+        b->session = b->prefs->sessionManager.get();
+        return b;
+    }
+
+    QString scenario(const QByteArray& json)
+    {
+        const QString path = m_env.root.filePath(QStringLiteral("scenario%1.json").arg(qHash(json)));
+        QFile f(path);
+        f.open(QIODevice::WriteOnly);
+        f.write(json);
+        return path;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_store = std::make_unique<SettingsStore>(m_env.root.filePath(QStringLiteral("settings.json")));
+        FBApplicationHelper::setAlertPresenter([this](const QVariantMap& p) { m_alerts << p.value(QStringLiteral("Body")).toString(); });
+    }
+    void init() { m_alerts.clear(); }
+
+    void blockTimeIsRespectedWithoutARequest()
+    {
+        SimulatorProcess sim({QStringLiteral("--scenario"), scenario("{\"blockAfterFailures\":1,\"blockTime\":60}")});
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("wrong"));
+        QObject observer;
+        int statusBar = 0;
+        NotificationCenter::defaultCenter().addObserver(&observer, Notifications::ADDSTATUSBAR,
+                                                        [&](const Notification&) { ++statusBar; });
+
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultBlocked));
+        QCOMPARE(statusBar, 1);
+        QVERIFY(m_alerts.last().contains(QStringLiteral("60 seconds")));
+        QCOMPARE(b->session->blockUntilTimeInterval, b->session->now() + 60);
+        const int sent = loginRequests(sim);
+
+        b->clock.advance(59);
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(loginRequests(sim), sent);
+
+        b->clock.advance(2);
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QVERIFY(loginRequests(sim) > sent);
+    }
+
+    void sessionIsReusedFor550Seconds_data()
+    {
+        QTest::addColumn<int>("after");
+        QTest::addColumn<bool>("loginAgain");
+        QTest::newRow("at once") << 0 << false;
+        QTest::newRow("after 500 s") << 500 << false;
+        QTest::newRow("after 550 s") << 550 << false;
+        QTest::newRow("after 551 s") << 551 << true;
+    }
+    void sessionIsReusedFor550Seconds()
+    {
+        QFETCH(int, after);
+        QFETCH(bool, loginAgain);
+        SimulatorProcess sim;
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
+        const QString sid = b->prefs->sessionID;
+        QCOMPARE(sid.size(), 16);
+        const int sent = loginRequests(sim);
+        b->clock.advance(after);
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(loginRequests(sim) > sent, loginAgain);
+        QCOMPARE(b->prefs->sessionID != sid, loginAgain);
+    }
+
+    void unreachableRouterIsAskedAgainNextTime()
+    {
+        QTcpServer probe;
+        probe.listen(QHostAddress::LocalHost, 0);
+        const int port = probe.serverPort();
+        probe.close();
+        auto b = box(port, QStringLiteral("secret"));
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultUnreachable));
+        QCOMPARE(b->prefs->sessionID, QStringLiteral("-2"));
+        QCOMPARE(b->prefs->remoteSessionID, QStringLiteral("-2"));
+        QCOMPARE(b->session->requestCount, 1);
+        // No successful login stamped the session: the router may be back at the next call.
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(), b->prefs.get()),
+                 QStringLiteral(" "));
+        QCOMPARE(b->session->requestCount, 2);
+        QVERIFY(m_alerts.isEmpty());
+    }
+
+    void commandWithStoredUnreachableMarkerSendsNothing()
+    {
+        SimulatorProcess sim;
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
+        sim.control("POST", QStringLiteral("/_sim/clear"));
+        b->prefs->sessionID = QStringLiteral("-2");
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(), b->prefs.get()),
+                 QString());
+        QCOMPARE(b->prefs->sessionID, QString());
+        QCOMPARE(b->prefs->remoteSessionID, QString());
+        QVERIFY(QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
+    }
+
+    void wlanOffAsksTheSecondRadioOnlyWhenItExists_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("requests");
+        QTest::newRow("second radio unknown (0x20)") << 48 << 1;
+        QTest::newRow("second radio on") << 144 << 2;
+    }
+    void wlanOffAsksTheSecondRadioOnlyWhenItExists()
+    {
+        QFETCH(int, status);
+        QFETCH(int, requests);
+        SimulatorProcess sim;
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        b->prefs->tr064Port = sim.port(QStringLiteral("tr064"));
+        b->prefs->WLANStatus = status;
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get());
+        int soap = 0;
+        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
+            soap += v.toObject().value(QStringLiteral("via")).toString() == u"tr064";
+        QCOMPARE(soap, requests);
+    }
+
+    void fetchedPagesCarryTheirMarker_data()
+    {
+        QTest::addColumn<QByteArray>("scenario");
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("marker");
+        const QByteArray lua = "{\"firmware\":\"lua\"}";
+        const QByteArray form = "{\"firmware\":\"form\"}";
+        QTest::newRow("WLAN page, Lua") << lua << QStringLiteral("getWLAN") << QStringLiteral("<!-- pagename:/wlan/wlan_settings.lua-->");
+        QTest::newRow("call-through page, Lua") << lua << QStringLiteral("filter") << QStringLiteral("<!-- pagename:/fon_num/callthrough.lua-->");
+        QTest::newRow("WLAN page, older firmware") << form << QStringLiteral("getWLAN") << QStringLiteral("name=\"var:pagename\" value=\"common\"");
+        QTest::newRow("update page, older firmware") << form << QStringLiteral("firmware") << QStringLiteral("name=\"var:pagename\" value=\"update\"");
+    }
+    void fetchedPagesCarryTheirMarker()
+    {
+        QFETCH(QByteArray, scenario);
+        QFETCH(QString, command);
+        QFETCH(QString, marker);
+        SimulatorProcess sim({QStringLiteral("--scenario"), this->scenario(scenario)});
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        const QString page = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        QVERIFY2(page.contains(marker), qPrintable(page));
+        // With a session the router no longer knows, its login page is the answer.
+        b->prefs->sessionID = QStringLiteral("0123456789abcdef");
+        const QString login = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        QVERIFY(login.contains(QStringLiteral("<input type=\"password\"")));
+    }
+
+    void wrongPasswordOnCurrentFirmwareFallsBackToNoSession()
+    {
+        SimulatorProcess sim;
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("wrong"));
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        // The form page of a current router offers no challenge: the sequence ends as "-1".
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
+        QCOMPARE(b->prefs->sessionID, QStringLiteral("-1"));
+        QCOMPARE(b->session->luaType, 3);
+        QCOMPARE(m_alerts, QStringList{QStringLiteral("The password for the router is wrong.")});
+        QCOMPARE(b->session->userRights, uint(TNSessionRightBase | RightNASNone));
+    }
+
+    void usersLastMarkedNameIsUsedWithoutAUserName()
+    {
+        SimulatorProcess sim({QStringLiteral("--scenario"),
+                              scenario("{\"users\":[{\"name\":\"fritz1234\",\"password\":\"pw\",\"rights\":{\"Dial\":2,\"App\":2}}]}")});
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("pw"));
+        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
+        QCOMPARE(b->prefs->sessionID.size(), 16);
+        QCOMPARE(b->session->userRights, uint(TNSessionRightBase | TNSessionRightDialLocal | RightBoxAdminNone
+                                             | TNSessionRightPhoneNone | RightNASNone));
+        // Reading the TR-064 switch is a Lua query, which needs the administration right.
+        QCOMPARE(m_alerts.size(), 1);
+        QVERIFY(m_alerts[0].contains(QStringLiteral("lacks the right")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSession)
+#include "tst_session.moc"
