@@ -11,6 +11,7 @@
 #include "calllist/JournalImporter.h"
 #include "calllist/JournalParser.h"
 
+#include <QDir>
 #include <QFile>
 #include <QtTest>
 
@@ -400,6 +401,40 @@ private slots:
         QCOMPARE(r.badge, std::optional<QString>(u"2 | 1"_s));
         QTRY_COMPARE(posted, (QStringList{Notifications::RELOADABFAXLIST, Notifications::RELOADCALLINGLIST,
                                           Notifications::REFRESHLATESTCALLSMENU}));
+    }
+
+    void webExportAfterImport()
+    {
+        CalllistFixture f;
+        const int profile = addLocation(f);
+        const QString folder = f.dir.filePath(u"web"_s);
+        QVERIFY(QDir().mkpath(folder));
+        const QString script = f.dir.filePath(u"after-export.sh"_s);
+        {
+            QFile s(script);
+            QVERIFY(s.open(QIODevice::WriteOnly));
+            s.write("#!/bin/sh\ntouch \"" + f.dir.filePath(u"ran"_s).toUtf8() + "\"\n");
+            s.setPermissions(s.permissions() | QFile::ExeOwner);
+        }
+        f.store.setValue(keys::IPhoneExportState, true);
+        f.store.setValue(keys::IPhoneExportPath, folder);
+        f.store.setValue(keys::IPhoneExportScript, script);
+        QVERIFY(f.calls->insertCallerWithName(u"Erika \"E\" Muster"_s, u"0301"_s, {}, {}));
+        const QString journal = u"Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
+                                u"3;14.03.26 10:00;;0302;Büro;1;0:04\n1;14.03.26 09:00;;0301;Küche;1;0:01\n"_s;
+        QCOMPARE(importFile(f, profile, writeFile(f, journal.toUtf8())).result, 2);
+        QFile js(folder + u"/data.js"_s);
+        QVERIFY(js.open(QIODevice::ReadOnly));
+        const QStringList lines = QString::fromUtf8(js.readAll()).split(u'\n');
+        QVERIFY(lines[0].startsWith(u"var refreshData = \""_s));
+        const QString in = u"{ date:\"14.03.2026 09:00\", name:\"Erika \"E\" Muster\", number:\"0301\", "
+                           u"extension:\"Küche\", line:\"1\", duration:\"0:01\", state:\"1\"}"_s;
+        const QString out = u"{ date:\"14.03.2026 10:00\", name:\"\", number:\"0302\", extension:\"Büro\", "
+                            u"line:\"1\", duration:\"0:04\", state:\"3\"}"_s;
+        QCOMPARE(lines[2], u"calldata[0] = new Object();calldata[0] = [%1];calldata[1] = new Object();calldata[1] = [%2];"
+                           u"calldata[2] = new Object();calldata[2] = [];calldata[3] = new Object();calldata[3] = [%2, %1];"_s
+                               .arg(in, out));
+        QTRY_VERIFY(QFile::exists(f.dir.filePath(u"ran"_s)));
     }
 
     void badgeTitle_data()
