@@ -14,6 +14,9 @@ BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
       m_tr064Service(m_state), m_ssdp(scenario),
       m_phonebook(scenario, [this](const QString& sid) { return m_state.validSession(sid); })
 {
+    m_webInterface.setJournal(&m_journal);
+    // The router writes every finished call into its journal.
+    m_monitorControl.setCallEndedHandler([this](const JournalServer::EndedCall& call) { m_journal.addEndedCall(call); });
 }
 
 BoxSimulator::~BoxSimulator()
@@ -124,6 +127,7 @@ void BoxSimulator::installWebRoutes(httplib::Server& server)
     m_login.install(server);
     m_webInterface.install(server);
     m_phonebook.install(server);
+    m_journal.installRoutes(server);
 }
 
 void BoxSimulator::installRemoteAccessCheck(httplib::Server& server)
@@ -169,6 +173,7 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
     });
     m_monitorControl.installRoutes(server);
     m_phonebook.installControl(server);
+    m_journal.installControlRoutes(server);
     // What the router was asked to do, and every request it got (control requests excepted).
     server.Get("/_sim/actions", [this](const httplib::Request&, httplib::Response& res) {
         res.set_content(QJsonDocument(m_state.actions()).toJson(QJsonDocument::Compact).toStdString(), "application/json");

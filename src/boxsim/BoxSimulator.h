@@ -2,6 +2,7 @@
 
 #include "CallMonitorControl.h"
 #include "CallMonitorServer.h"
+#include "JournalServer.h"
 #include "RouterState.h"
 #include "Scenario.h"
 #include "SimPhonebook.h"
@@ -62,6 +63,7 @@ private:
     SimulatorPorts m_ports;
     CallMonitorServer m_monitor;
     CallMonitorControl m_monitorControl{m_monitor};
+    JournalServer m_journal{m_state};
     SsdpResponder m_ssdp;
     SimPhonebook m_phonebook;
     QTemporaryDir m_tlsDir;

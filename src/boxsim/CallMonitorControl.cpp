@@ -21,6 +21,15 @@ QString CallMonitorControl::timeStamp(const QJsonObject& request)
     return date.isEmpty() ? QDateTime::currentDateTime().toString(QStringLiteral("dd.MM.yy HH:mm:ss")) : date;
 }
 
+QDateTime CallMonitorControl::startTime(const QJsonObject& request)
+{
+    const QString date = str(request, "date");
+    if (date.isEmpty())
+        return QDateTime::currentDateTime();
+    QDateTime t = QDateTime::fromString(date, QStringLiteral("dd.MM.yy HH:mm:ss"));
+    return t.isValid() && t.date().year() < 2000 ? t.addYears(100) : t;
+}
+
 int CallMonitorControl::takeConnID(const QJsonObject& request, QString* error)
 {
     if (request.contains(QStringLiteral("connID"))) {
@@ -49,7 +58,7 @@ QByteArray CallMonitorControl::ring(const QJsonObject& r, QString* error, int* c
         *error = QStringLiteral("ring needs \"called\"");
         return {};
     }
-    m_open.insert(id, {caller, {}});
+    m_open.insert(id, {caller, {}, false, QString(), called, startTime(r)});
     *connID = id;
     return QStringLiteral("%1;RING;%2;%3;%4;%5;\n").arg(timeStamp(r)).arg(id).arg(caller, called, trunk).toLatin1();
 }
@@ -67,7 +76,7 @@ QByteArray CallMonitorControl::call(const QJsonObject& r, QString* error, int* c
         *error = QStringLiteral("call needs \"extension\" and \"called\"");
         return {};
     }
-    m_open.insert(id, {called, {}});
+    m_open.insert(id, {called, {}, true, extension, caller, startTime(r)});
     *connID = id;
     return QStringLiteral("%1;CALL;%2;%3;%4;%5;%6;\n")
         .arg(timeStamp(r))
@@ -86,6 +95,7 @@ QByteArray CallMonitorControl::connectCall(const QJsonObject& r, QString* error,
     }
     OpenCall& open = m_open[id];
     open.connectedAt = QDateTime::currentDateTime();
+    open.extension = extension;
     *connID = id;
     return QStringLiteral("%1;CONNECT;%2;%3;%4;\n").arg(timeStamp(r)).arg(id).arg(extension, open.number).toLatin1();
 }
@@ -103,6 +113,9 @@ QByteArray CallMonitorControl::disconnect(const QJsonObject& r, QString* error, 
     if (r.contains(QStringLiteral("duration")))
         duration = str(r, "duration").toLongLong();
     *connID = id;
+    if (m_callEnded)
+        m_callEnded({open.outgoing, open.connectedAt.isValid() || (open.outgoing && duration > 0), open.start,
+                     open.number, open.extension, open.ownNumber, duration});
     return QStringLiteral("%1;DISCONNECT;%2;%3;\n").arg(timeStamp(r)).arg(id).arg(duration).toLatin1();
 }
 

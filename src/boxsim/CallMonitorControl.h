@@ -1,11 +1,15 @@
 #pragma once
 
+#include "JournalServer.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QJsonObject>
 #include <QMap>
 #include <QMutex>
 #include <QString>
+
+#include <functional>
 
 namespace httplib {
 class Server;
@@ -24,6 +28,8 @@ class CallMonitorControl
 public:
     explicit CallMonitorControl(CallMonitorServer& server) : m_server(server) {}
     void installRoutes(httplib::Server& server);
+    // Told about every call that ends (DISCONNECT), e.g. for the journal.
+    void setCallEndedHandler(std::function<void(const JournalServer::EndedCall&)> h) { m_callEnded = std::move(h); }
 
     // The line for a request, or an error text; public for the simulator's own tests.
     QByteArray ring(const QJsonObject& request, QString* error, int* connID);
@@ -36,14 +42,20 @@ private:
     {
         QString number;
         QDateTime connectedAt; // invalid until CONNECT
+        bool outgoing = false;
+        QString extension;
+        QString ownNumber;
+        QDateTime start;
     };
 
     using Handler = QByteArray (CallMonitorControl::*)(const QJsonObject&, QString*, int*);
     void installRoute(httplib::Server& server, const char* path, Handler handler);
     int takeConnID(const QJsonObject& request, QString* error);
     static QString timeStamp(const QJsonObject& request);
+    static QDateTime startTime(const QJsonObject& request);
 
     CallMonitorServer& m_server;
     QMutex m_mutex;
     QMap<int, OpenCall> m_open;
+    std::function<void(const JournalServer::EndedCall&)> m_callEnded;
 };

@@ -1,5 +1,6 @@
 #include "SimWebInterface.h"
 
+#include "JournalServer.h"
 #include "RouterState.h"
 #include "SimLogin.h"
 #include "SimRequest.h"
@@ -32,6 +33,8 @@ void SimWebInterface::install(httplib::Server& server)
 {
     const auto webcmHandler = [this](const httplib::Request& req, httplib::Response& res) {
         m_state.recordRequest(QString::fromStdString(req.method), QString::fromStdString(req.path));
+        if (m_journal && m_journal->handleWebcm(req, res))
+            return;
         int status = 200;
         const std::string body = webcm(req, &status);
         res.status = status;

@@ -8,6 +8,7 @@ namespace httplib {
 class Server;
 struct Request;
 }
+class JournalServer;
 class RouterState;
 class SimLogin;
 struct SimParams;
@@ -19,6 +20,8 @@ class SimWebInterface
 public:
     SimWebInterface(RouterState& state, SimLogin& login) : m_state(state), m_login(login) {}
     void install(httplib::Server& server);
+    // Journal requests to /cgi-bin/webcm go there.
+    void setJournal(JournalServer* journal) { m_journal = journal; }
 
 private:
     std::string webcm(const httplib::Request& req, int* status);
@@ -28,4 +31,5 @@ private:
 
     RouterState& m_state;
     SimLogin& m_login;
+    JournalServer* m_journal = nullptr;
 };

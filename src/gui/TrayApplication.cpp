@@ -1,5 +1,7 @@
 #include "TrayApplication.h"
 
+#include "calllist/JournalLoading.h"
+
 #include "CallMonitorWindow.h"
 #include "MemoEditor.h"
 #include "MenuRebuild.h"
@@ -102,6 +104,10 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
     rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { updateBadge(); });
+    // After an import the badge text follows the user's badge settings.
+    JournalLoading::setBadgeHandler([this](const QString& title) {
+        QMetaObject::invokeMethod(this, [this, title] { m_status->setTitle(title); }, Qt::QueuedConnection);
+    });
     rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
         if (m_dialWindow)
             m_dialWindow->reloadSources();
@@ -110,6 +116,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
 
 TrayApplication::~TrayApplication()
 {
+    JournalLoading::setBadgeHandler({});
     // Windows and menus observe the listener: they go before it.
     m_dialWindow.reset();
     m_monitorWindow.reset();

@@ -3,7 +3,9 @@
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"
 #include "app/SettingsStore.h"
+#include "app/SettingsKeys.h"
 #include "app/TNPreferencesManager.h"
+#include "calllist/JournalLoading.h"
 #include "calllist/TNCallinglist.h"
 
 TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* presenter, Hooks hooks, QObject* parent)
@@ -23,8 +25,16 @@ TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* pre
                 return {memo->subject, memo->body};
         return {};
     };
+    // After every call the router's journal brings the call into the list, when the user wants that.
+    SettingsStore* settings = &env.settings();
+    services.loadCallList = [settings] {
+        if (settings->value(keys::ListAferCall).toBool())
+            methods::loadCSVListDatainBackground(QString());
+    };
     m_listener = std::make_unique<StreamListener>(services);
     StreamListener::setSharedInstance(m_listener.get());
+    if (!hooks.conductor.loadCallList)
+        hooks.conductor.loadCallList = [] { methods::loadCSVListDatainBackground(QString()); };
     m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability, std::move(hooks.conductor));
     m_conductor->attachSleepWatcher(m_sleep);
 }

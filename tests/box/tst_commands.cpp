@@ -49,6 +49,18 @@ private slots:
                                             << QStringLiteral("&telcfg:settings/DialPort=50&telcfg:settings/UseClickToDial=1&telcfg:command/Dial=**610");
         QTest::newRow("query on older firmware") << false << QStringLiteral("query") << QStringLiteral("&var:n[0]=a&var:n0=a&var:cnt=1") << QStringLiteral("") << QStringLiteral("/cgi-bin/webcm")
                                                  << QStringLiteral("&var:n[0]=a&var:n0=a&var:cnt=1&getpage=../html/query.txt");
+        QTest::newRow("journal refresh on the Lua page") << true << QStringLiteral("refreshFoncalls") << QString() << QString()
+                                                         << QStringLiteral("/fon_num/foncalls_list.lua")
+                                                         << QStringLiteral("&usejournal=on&refresh=&callstab=all");
+        QTest::newRow("journal refresh by web form") << false << QStringLiteral("refreshFoncalls") << QString() << QString()
+                                                     << QStringLiteral("/cgi-bin/webcm")
+                                                     << QStringLiteral("&telcfg:settings/RefreshJournal=:-)&var%3Apagename=foncalls");
+        QTest::newRow("journal export, Lua") << true << QStringLiteral("csv") << QString() << QString()
+                                             << QStringLiteral("/fon_num/foncalls_list.lua?csv=") << QString();
+        QTest::newRow("journal export, older firmware, not German")
+            << false << QStringLiteral("csv") << QString() << QString() << QStringLiteral("/cgi-bin/webcm")
+            << QStringLiteral("&getpage=..%2Fhtml%2Fen%2FFRITZ%21Box_Calllist.csv&telcfg:settings/RefreshJournal=:-)"
+                              "&telcfg:command/RefreshJournal=:-)&telcfg:settings/UseJournal=1");
         QTest::newRow("query on Lua firmware") << true << QStringLiteral("query") << QStringLiteral("&a=a&var:cnt=1") << QStringLiteral("") << QStringLiteral("/query.lua?") << QStringLiteral("&a=a&var:cnt=1");
     }
     void plans()

@@ -13,8 +13,9 @@ QString str(const std::string& s)
     return QString::fromStdString(s);
 }
 
-// "in", "out", "missed" or a number 1-3 as a call state; 0 for empty or "all".
-int parseState(const QString& text)
+} // namespace
+
+int parseCallState(const QString& text)
 {
     if (text.isEmpty() || text == u"all")
         return 0;
@@ -29,6 +30,12 @@ int parseState(const QString& text)
     if (ok && n >= 1 && n <= 3)
         return n;
     throw CliError(2, QStringLiteral("unknown call state '%1' (all, in, out, missed)").arg(text));
+}
+
+namespace {
+int parseState(const QString& text)
+{
+    return parseCallState(text);
 }
 
 QString stateText(int callstate)
@@ -91,6 +98,8 @@ void CallsCommand::setup(CLI::App& app, CliContext& ctx)
     auto* del = calls->add_subcommand("delete", "Delete calls by their row id");
     del->add_option("rowid", m_rowids, "Row ids as 'calls list' shows them")->required();
     del->callback([this, &ctx] { ctx.action = [this, &ctx] { this->remove(ctx); }; });
+
+    setupImportExport(*calls, ctx);
 }
 
 void CallsCommand::list(CliContext& ctx)

@@ -3,17 +3,20 @@
 #include "CliContext.h"
 
 #include "app/CallMonitorReconnector.h"
+#include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"
+#include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 #include "monitor/TNScriptManager.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <optional>
@@ -101,6 +104,16 @@ void MonitorCommand::run(CliContext& ctx)
     services.presenter = &printed;
     services.scripts = &scripts;
     services.names = &ctx.environment().callerNames();
+    // With "ListAferCall" every finished call brings the router's journal into the call list.
+    if (ctx.settings().value(keys::ListAferCall).toBool() && TNCallinglist::sharedInstance()) {
+        const int profile = prefs->activeProfileInt;
+        services.loadCallList = [profile] {
+            QThreadPool::globalInstance()->start([profile] {
+                if (TNCallinglist* calls = TNCallinglist::sharedInstance())
+                    calls->getCSVListFromHost(QString(), profile);
+            });
+        };
+    }
     StreamListener listener(services);
     CallMonitorReconnector reconnector(listener);
 
@@ -147,6 +160,8 @@ void MonitorCommand::run(CliContext& ctx)
     loop.exec();
     reconnector.stop();
     listener.disconnectFromHost();
+    // A journal import started by the last call finishes before the program ends.
+    QThreadPool::globalInstance()->waitForDone();
     ctx.out().flush();
     if (!everConnected)
         throw CliError(1, QStringLiteral("cannot connect to the call monitor of %1 on port %2")

@@ -36,6 +36,12 @@ const std::vector<GlobalKeyDef>& globalKeyTable()
         {keys::Version, SettingType::String, QString()},
         {keys::ReverseSearchUpdateURL, SettingType::String, QString()},
         {keys::CallinglistSortOrdering, SettingType::Array, QVariantList()},
+        {keys::ListDeleteInterval, SettingType::Int, 0},
+        {keys::IPhoneExportState, SettingType::Bool, false},
+        {keys::IPhoneExportPath, SettingType::String, QString()},
+        {keys::IPhoneExportScript, SettingType::String, QString()},
+        {keys::BadgeNewCalls, SettingType::Bool, false},
+        {keys::BadgeNewAbsentiaCalls, SettingType::Bool, false},
     };
     return table;
 }

@@ -41,6 +41,13 @@ inline const QString Version = QStringLiteral("Version");
 inline const QString ReverseSearchUpdateURL = QStringLiteral("ReverseSearchUpdateURL");
 // The call list's sort: [column identifier, ascending 1/0].
 inline const QString CallinglistSortOrdering = QStringLiteral("NSTableView Sort Ordering CallinglistTable");
+// Journal import: age limit in days (0 keeps every call), web export, badge.
+inline const QString ListDeleteInterval = QStringLiteral("ListDeleteInterval");
+inline const QString IPhoneExportState = QStringLiteral("iPhoneExportState");
+inline const QString IPhoneExportPath = QStringLiteral("iPhoneExportPath");
+inline const QString IPhoneExportScript = QStringLiteral("iPhoneExportScript");
+inline const QString BadgeNewCalls = QStringLiteral("badgeNewCalls");
+inline const QString BadgeNewAbsentiaCalls = QStringLiteral("badgeNewAbsentiaCalls");
 
 // Location keys.
 inline const QString Profile = QStringLiteral("Profile");

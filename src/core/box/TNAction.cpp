@@ -7,6 +7,8 @@
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBNetworkHelper.h"
 #include "box/TNSessionManager.h"
+
+#include <QRegularExpression>
 #include "box/TNSessionRights.h"
 
 #include <QDateTime>
@@ -106,6 +108,22 @@ std::uint32_t TNAction::neededDialBoxAdminForConfig(const TNPreferences* prefs)
 QString TNAction::debugUserRight(std::uint32_t mask)
 {
     return TNSessionRights::debugUserRight(mask);
+}
+
+void TNAction::csvPlan(Plan& p, int csvType, const QString& boxLanguage)
+{
+    if (csvType == 2) {
+        p.method = "GET";
+        p.path = QStringLiteral("/fon_num/foncalls_list.lua?csv=");
+        p.parameters.clear();
+        return;
+    }
+    p.method = "POST";
+    p.path = QStringLiteral("/cgi-bin/webcm");
+    p.parameters = boxLanguage == u"de" ? QStringLiteral("&getpage=..%2Fhtml%2Fde%2FFRITZ%21Box_Anrufliste.csv")
+                                        : QStringLiteral("&getpage=..%2Fhtml%2Fen%2FFRITZ%21Box_Calllist.csv");
+    p.parameters += QStringLiteral(
+        "&telcfg:settings/RefreshJournal=:-)&telcfg:command/RefreshJournal=:-)&telcfg:settings/UseJournal=1");
 }
 
 TNAction::Plan TNAction::planFor(const QString& action, const QString& number, const QString& givenPort,
@@ -218,6 +236,21 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
         p.method = "GET";
         p.path = QStringLiteral("/query.lua");
         p.parameters = number;
+    } else if (action == u"refreshFoncalls") {
+        // Bytes as sent: the journal may be UTF-8 or ISO-8859-1. The router itself refuses the
+        // journal to a user without the right, so the base right suffices here.
+        p.encoding = FBEncoding::Latin1;
+        if (lua) {
+            p.path = QStringLiteral("/fon_num/foncalls_list.lua");
+            p.parameters = QStringLiteral("&usejournal=on&refresh=&callstab=all");
+        } else {
+            p.path = webcm;
+            p.parameters = QStringLiteral("&telcfg:settings/RefreshJournal=:-)&var%3Apagename=foncalls");
+        }
+    } else if (action == u"csv") {
+        p.encoding = FBEncoding::Latin1;
+        // The flavour found by "refreshFoncalls" decides (see csvPlan); without it the firmware.
+        csvPlan(p, lua ? 2 : 1, prefs.boxLanguage);
     } else if (action == u"jason_boxinfo") {
         p.method = "GET";
         p.path = QStringLiteral("/jason_boxinfo.xml");
@@ -327,7 +360,18 @@ QString TNAction::dialWithAction(const QString& action, const QString& number, c
         if (handled)
             return r;
     }
-    return send(action, planFor(action, number, port, *prefs));
+    Plan plan = planFor(action, number, port, *prefs);
+    TNSessionManager& session = TNSessionManager::forPreferences(*prefs);
+    if (action == u"csv" && session.csvType != 0)
+        csvPlan(plan, session.csvType, prefs->boxLanguage);
+    const QString answer = send(action, plan);
+    if (action == u"refreshFoncalls") {
+        // Only the older interface names the export file on the refreshed page.
+        static const QRegularExpression csvFile(QStringLiteral(".*value=\"(.*).csv\".*"));
+        const QRegularExpressionMatch m = csvFile.match(answer);
+        session.csvType = m.hasMatch() && !m.captured(1).isEmpty() ? 1 : 2;
+    }
+    return answer;
 }
 
 QString TNAction::send(const QString& action, const Plan& planIn)

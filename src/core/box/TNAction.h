@@ -48,6 +48,9 @@ public:
     // dialWithAction itself.
     static Plan planFor(const QString& action, const QString& number, const QString& port, const TNPreferences& prefs);
 
+    // The journal export of one flavour: 1 the older webcm .csv page, 2 the Lua page's "?csv=".
+    static void csvPlan(Plan& p, int csvType, const QString& boxLanguage);
+
 private:
     QString send(const QString& action, const Plan& plan);
     QString runLuaComposite(const QString& action, const QString& number, const QString& port, bool* handled);

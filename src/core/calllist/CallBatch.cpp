@@ -19,11 +19,12 @@ struct CallBatch::Statements
               db,
               "SELECT rowid,calldate from callinglist WHERE profile = ? AND calldate = ? AND phonenumber = ? "
               "ORDER BY calldate DESC LIMIT 1"),
+          findCaller(db, "SELECT name, abid, label FROM caller WHERE phonenumber = ? LIMIT 1"),
           savepoint(db, "SAVEPOINT callrow"), release(db, "RELEASE callrow"),
           rollback(db, "ROLLBACK TO callrow")
     {
     }
-    SQLite::Statement insertCall, insertCaller, findCall, savepoint, release, rollback;
+    SQLite::Statement insertCall, insertCaller, findCall, findCaller, savepoint, release, rollback;
 };
 
 namespace {
@@ -103,6 +104,25 @@ bool CallBatch::insertCaller(const QString& name, const QString& number, const Q
     } catch (const std::exception& e) {
         qCDebug(lcCalllist) << "insertCaller" << e.what();
         return false;
+    }
+}
+
+QStringList CallBatch::searchCaller(const QString& number)
+{
+    if (!m_stmts)
+        return {};
+    auto& s = *m_stmts;
+    try {
+        s.findCaller.tryReset();
+        s.findCaller.bind(1, number.toStdString());
+        if (!s.findCaller.executeStep())
+            return {};
+        return {QString::fromStdString(s.findCaller.getColumn(1).getString()),
+                QString::fromStdString(s.findCaller.getColumn(0).getString()),
+                QString::fromStdString(s.findCaller.getColumn(2).getString())};
+    } catch (const std::exception& e) {
+        qCDebug(lcCalllist) << "searchCaller" << e.what();
+        return {};
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -37,6 +38,8 @@ public:
     qint64 insertCall(const NewCall& call);
     // Adds or replaces the cached name of a number.
     bool insertCaller(const QString& name, const QString& number, const QString& abid, const QString& label);
+    // [abid, name, label] cached for the number (names added in this batch included), or empty.
+    QStringList searchCaller(const QString& number);
     // Whether a call of the profile with that start and number is already stored.
     bool containsCall(int profile, qint64 calldate, const QString& number);
     bool commit();

@@ -160,6 +160,11 @@ public:
     void endUpdatingProfile(int profile);
     QList<int> updatingProfiles() const;
 
+    // Merges the router's journal (path empty) or a journal file into the profile's calls: the
+    // number of imported calls, 0 when an import of the profile is already running, -1 when the
+    // journal cannot be read. Defined with the journal loading.
+    int getCSVListFromHost(const QString& path, int profile);
+
     // The last downloaded journal text.
     QString csvList() const;
     void setCsvList(const QString& text);

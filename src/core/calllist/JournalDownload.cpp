@@ -1,0 +1,22 @@
+#include "calllist/JournalDownload.h"
+
+#include "app/TNPreferences.h"
+#include "box/TNAction.h"
+#include "calllist/JournalParser.h"
+
+namespace JournalLoading {
+
+QString downloadFromRouter(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString)
+{
+    if (!prefs)
+        return {};
+    TNAction action;
+    action.dialWithAction(QStringLiteral("refreshFoncalls"), QString(), QString(), prefs.get());
+    action.cancelOnString = cancelString;
+    const QString answer = action.dialWithAction(QStringLiteral("csv"), QString(), QString(), prefs.get());
+    action.finish();
+    // The commands hand the bytes through one to one (Latin-1); the journal chooses its encoding.
+    return JournalParser::decode(answer.toLatin1());
+}
+
+} // namespace JournalLoading
