@@ -90,6 +90,10 @@ void TestSetupCli::locationComesFromTheRouter()
     QCOMPARE(loc.value(u"RemoteUser"_s).toString(), remoteUser);
     QVERIFY(!loc.value(u"RemoteAccess"_s).toBool());
     QVERIFY(loc.value(u"passwordSet"_s).toBool());
+    // The router's own numbers came along.
+    const QJsonArray lines = loc.value(u"Lines"_s).toArray();
+    QVERIFY(!lines.isEmpty());
+    QCOMPARE(lines.first().toObject().value(u"Line"_s).toString(), u"5551234"_s);
 
     // The location works: the router's book can be read with what setup stored.
     const CliResult book = runCli(env, {u"phonebook"_s, u"show"_s});

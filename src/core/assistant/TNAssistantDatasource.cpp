@@ -1,5 +1,7 @@
 #include "assistant/TNAssistantDatasource.h"
 
+#include "box/FBBoxPhoneHelper.h"
+
 #include "app/Localization.h"
 #include "app/Logging.h"
 #include "app/TNPreferences.h"
@@ -55,6 +57,9 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
         data->users = AssistantRules::usersFromAnswer(
             FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get()), data->userSlots);
     }
+    // The new location starts with the router's own numbers.
+    data->lines = FBBoxPhoneHelper::getLinesFromBoxAndMerge({}, prefs.get());
+    data->faxLines = FBBoxPhoneHelper::getFaxLinesFromBoxAndMerge({}, prefs.get());
     const QVariantMap home = FBNetworkHelper::getHomeLocationForHost(data->host);
     data->broadcast = home.value(QStringLiteral("Broadcast")).toString();
     data->mac = home.value(QStringLiteral("MAC")).toString();
