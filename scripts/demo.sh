@@ -1,12 +1,23 @@
 #!/usr/bin/env bash
-# Builds Tondrel, starts the simulated router and shows the command line working against it.
+# Builds Tondrel and starts the simulated router. With a display, the tray application runs on a
+# demo location and the simulated router keeps ringing it; without one (or with --terminal) the
+# command line is shown working against the router.
 # Nothing touches your own settings: the demo keeps its files in a temporary folder.
-# --keep leaves the simulator running until Ctrl-C.
+# --keep leaves the simulator running until Ctrl-C (terminal demo).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 KEEP=0
-[ "${1:-}" = "--keep" ] && KEEP=1
+DISPLAY_MODE=0
+[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && DISPLAY_MODE=1
+for arg in "$@"; do
+  case "$arg" in
+    --keep) KEEP=1 ;;
+    --terminal) DISPLAY_MODE=0 ;;
+    --help|-h) sed -n '2,7p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+    *) echo "demo.sh: unknown option $arg (try --help)" >&2; exit 2 ;;
+  esac
+done
 
 scripts/install-deps.sh
 BUILD_DIR="${BUILD_DIR:-build}"
@@ -21,8 +32,13 @@ export TONDREL_CONFIG_DIR="$DEMO_DIR/config" TONDREL_DATA_DIR="$DEMO_DIR/data" T
 SIM_OUT="$DEMO_DIR/boxsim.out"
 "$SIM" --web-port 0 --monitor-port 0 --tr064-port 0 >"$SIM_OUT" 2>"$DEMO_DIR/boxsim.err" &
 SIM_PID=$!
-cleanup() { kill "$SIM_PID" 2>/dev/null || true; wait "$SIM_PID" 2>/dev/null || true; }
+cleanup() {
+  [ -n "${TRAY_PID:-}" ] && kill "$TRAY_PID" 2>/dev/null || true
+  kill "$SIM_PID" 2>/dev/null || true
+  wait 2>/dev/null || true
+}
 trap cleanup EXIT
+TRAY_PID=""
 
 for _ in $(seq 50); do [ -s "$SIM_OUT" ] && break; sleep 0.1; done
 PORTS="$(head -n1 "$SIM_OUT")"
@@ -44,6 +60,38 @@ TEL;TYPE=CELL:+49 30 1234567
 END:VCARD
 VCF
 "$CLI" settings set AddressBook "$DEMO_DIR/contacts.vcf" >/dev/null
+# The demo's made-up numbers are not sent to real web directories.
+"$CLI" location set reverseSearch false >/dev/null
+sim() { curl -s -o /dev/null -X POST "http://127.0.0.1:$WEB/_sim/monitor/$1" -d "$2"; }
+wait_for_monitor_client() {
+  for _ in $(seq 100); do
+    curl -s "http://127.0.0.1:$WEB/_sim/monitor/clients" | grep -q '"clients":[1-9]' && return 0; sleep 0.1
+  done
+  return 1
+}
+
+if [ "$DISPLAY_MODE" = 1 ]; then
+  "$CLI" extensions refresh >/dev/null || true
+  echo "== starting the tray application on the demo location (quit it from its menu to end the demo)"
+  "$BUILD_DIR/src/gui/tondrel" &
+  TRAY_PID=$!
+  wait_for_monitor_client || { echo "demo.sh: the tray application did not connect to the router" >&2; exit 1; }
+  echo "== the simulated router now rings every few seconds: Anna from the address book, an unknown"
+  echo "   caller who hangs up, and an outgoing call from the kitchen telephone"
+  # The calls repeat for as long as the tray application runs.
+  while kill -0 "$TRAY_PID" 2>/dev/null; do
+    sim ring '{"caller":"0301234567","called":"5551234","trunk":"SIP0"}'; sleep 3
+    sim connect '{"connID":0,"extension":"11"}'; sleep 5
+    sim disconnect '{"connID":0}'; sleep 4
+    sim ring '{"caller":"01761234567","called":"5551234","trunk":"SIP0"}'; sleep 4
+    sim disconnect '{"connID":0}'; sleep 4
+    sim call '{"extension":"1","caller":"5551234","called":"0401112233","trunk":"SIP0"}'; sleep 2
+    sim connect '{"connID":0,"extension":"1"}'; sleep 4
+    sim disconnect '{"connID":0}'; sleep 8
+  done
+  exit 0
+fi
+
 echo "== locations"
 "$CLI" location list
 echo "== the demo location"
@@ -61,12 +109,9 @@ echo "== dialling through the router (click-to-dial), then what the router was a
 curl -s "http://127.0.0.1:$WEB/_sim/actions"; echo
 
 echo "== live calls on the call monitor (tondrel-cli monitor)"
-sim() { curl -s -o /dev/null -X POST "http://127.0.0.1:$WEB/_sim/monitor/$1" -d "$2"; }
 "$CLI" monitor --count 10 --timeout 60 &
 MON_PID=$!
-for _ in $(seq 50); do
-  curl -s "http://127.0.0.1:$WEB/_sim/monitor/clients" | grep -q '"clients":1' && break; sleep 0.1
-done
+wait_for_monitor_client || true
 # An answered call, a missed call, an outgoing call from a telephone and a withheld caller.
 sim ring '{"caller":"0301234567","called":"5551234","trunk":"SIP0"}'; sleep 1
 sim connect '{"connID":0,"extension":"11"}'; sleep 2

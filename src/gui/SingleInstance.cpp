@@ -1,6 +1,8 @@
 #include "SingleInstance.h"
 
+#include <QCryptographicHash>
 #include <QDataStream>
+#include <QDir>
 #include <QLocalSocket>
 
 #include <unistd.h>
@@ -26,13 +28,15 @@ SingleInstance::SingleInstance(QString name, QObject* parent) : QObject(parent),
     });
 }
 
-QString SingleInstance::defaultName()
+QString SingleInstance::nameForConfigDir(const QString& configDir)
 {
+    const QString folder = QString::fromLatin1(
+        QCryptographicHash::hash(QDir::cleanPath(configDir).toUtf8(), QCryptographicHash::Sha1).toHex().left(10));
     // The user's runtime folder is private; the fallback in /tmp carries the user id.
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (!runtime.isEmpty())
-        return runtime + QStringLiteral("/tondrel.sock");
-    return QStringLiteral("tondrel-%1").arg(::getuid());
+        return runtime + QStringLiteral("/tondrel-%1.sock").arg(folder);
+    return QStringLiteral("tondrel-%1-%2").arg(::getuid()).arg(folder);
 }
 
 bool SingleInstance::claim()

@@ -8,6 +8,7 @@
 #include "TNStatusMenu.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "setup/SetupWizard.h"
 
 #include "app/AppEnvironment.h"
 #include "app/DialURL.h"
@@ -100,6 +101,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
                                         env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
+    connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -117,6 +119,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
 TrayApplication::~TrayApplication()
 {
     JournalLoading::setBadgeHandler({});
+    delete m_setupWizard;
     // Windows and menus observe the listener: they go before it.
     m_dialWindow.reset();
     m_monitorWindow.reset();
@@ -137,10 +140,11 @@ void TrayApplication::start(const QStringList& arguments)
     if (m_env.manager().isConfigured()) {
         m_monitor->conductor().activateSettingsAndCallMonitor();
     } else {
-        // No setup assistant window yet: the first start writes its defaults and waits for
-        // a location made with tondrel-cli.
+        // First start: the defaults, then the setup assistant.
         AppConductor::writeFirstStartDefaults(m_env.settings());
-        qCInfo(lcApp) << "No router configured yet; add one with tondrel-cli location add";
+        qCInfo(lcApp) << "No router configured yet; opening the setup assistant";
+        if (!m_options.headless)
+            openSetupAssistant();
     }
     updateBadge();
     if (TNStatusMenu::showsTaskbarWindow(dock) && !m_options.headless) {
@@ -210,6 +214,22 @@ void TrayApplication::openMemoEditor(const QString& uid)
     editor->setAttribute(Qt::WA_DeleteOnClose);
     editor->setWindowFlag(Qt::Window);
     editor->show();
+}
+
+SetupWizard* TrayApplication::setupWizard() const
+{
+    return m_setupWizard.data();
+}
+
+void TrayApplication::openSetupAssistant()
+{
+    if (!m_setupWizard) {
+        m_setupWizard = new SetupWizard(m_env);
+        m_setupWizard->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_setupWizard->show();
+    m_setupWizard->raise();
+    m_setupWizard->activateWindow();
 }
 
 void TrayApplication::updateBadge()

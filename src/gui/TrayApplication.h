@@ -11,6 +11,7 @@
 class AppEnvironment;
 class CallMonitorWindow;
 class NotificationPresenter;
+class SetupWizard;
 class TNStatusMenu;
 class TrayCallMonitor;
 class TrayMenu;
@@ -61,6 +62,9 @@ public:
     void openCallmonitorWindow();
     void openNewCall(const QString& number, const QStringList& contact);
     void openMemoEditor(const QString& uid);
+    // The setup assistant; one window at a time.
+    void openSetupAssistant();
+    SetupWizard* setupWizard() const;
 
 private:
     void updateBadge();
@@ -73,4 +77,5 @@ private:
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;
+    QPointer<SetupWizard> m_setupWizard;
 };

@@ -62,6 +62,9 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     m_locations = new LocationsMenu(manager, &m_menu);
     m_menu.addMenu(m_locations);
 
+    m_setup = m_menu.addAction(tr("Set up a router…"));
+    connect(m_setup, &QAction::triggered, this, &TrayMenu::setupRouter);
+
     m_menu.addSeparator();
     QAction* quit = m_menu.addAction(tr("Quit Tondrel"));
     connect(quit, &QAction::triggered, this, &TrayMenu::quitRequested);

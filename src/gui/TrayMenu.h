@@ -39,6 +39,7 @@ public:
     QAction* remoteAccessItem() const { return m_remote; }
     QAction* monitorWindowItem() const { return m_monitorWindow; }
     QAction* newCallItem() const { return m_newCall; }
+    QAction* setupItem() const { return m_setup; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -52,6 +53,7 @@ public:
 signals:
     void openCallMonitor();
     void newCall(const QString& number, const QStringList& contact);
+    void setupRouter();
     void quitRequested();
 
 private:
@@ -68,6 +70,7 @@ private:
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;
+    QAction* m_setup = nullptr;
     ExtensionsMenu* m_extensions = nullptr;
     LatestCallsMenu* m_latest = nullptr;
     LocationsMenu* m_locations = nullptr;

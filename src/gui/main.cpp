@@ -14,13 +14,14 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     Localization::install();
 
-    SingleInstance instance;
+    const AppPaths paths = AppPaths::resolve();
+    SingleInstance instance(SingleInstance::nameForConfigDir(paths.configDir));
     if (!instance.claim()) {
         // Already running: hand over what we were asked to do.
         return instance.forward(QApplication::arguments().mid(1)) ? 0 : 1;
     }
 
-    AppEnvironment env(AppPaths::resolve(), qEnvironmentVariable("TONDREL_SECRETS"));
+    AppEnvironment env(paths, qEnvironmentVariable("TONDREL_SECRETS"));
     QString error;
     if (!env.open(false, &error)) {
         if (!env.settingsCorrupt()) {
