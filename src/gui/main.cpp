@@ -13,6 +13,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(TONDREL_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     Localization::install();
+    Localization::install(QLocale::system(), QStringLiteral("tondrel_gui"));
 
     const AppPaths paths = AppPaths::resolve();
     SingleInstance instance(SingleInstance::nameForConfigDir(paths.configDir));

@@ -49,23 +49,23 @@ QString englishText(const QString& key)
     return QString::fromUtf8(table().value(key, ""));
 }
 
-bool install(const QLocale& locale)
+bool install(const QLocale& locale, const QString& catalog)
 {
-    static QTranslator* translator = nullptr;
-    if (translator) {
-        QCoreApplication::removeTranslator(translator);
-        delete translator;
-        translator = nullptr;
+    // Called from the main thread at start-up only.
+    static QHash<QString, QTranslator*> installed;
+    if (QTranslator* old = installed.take(catalog)) {
+        QCoreApplication::removeTranslator(old);
+        delete old;
     }
     if (locale.language() == QLocale::C || locale.language() == QLocale::English)
         return true;
     auto* t = new QTranslator;
-    if (!t->load(locale, QStringLiteral("tondrel"), QStringLiteral("_"), QStringLiteral(":/i18n"))) {
+    if (!t->load(locale, catalog, QStringLiteral("_"), QStringLiteral(":/i18n"))) {
         delete t;
         return false;
     }
     QCoreApplication::installTranslator(t);
-    translator = t;
+    installed.insert(catalog, t);
     return true;
 }
 

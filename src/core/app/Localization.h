@@ -20,8 +20,9 @@ bool hasKey(const QString& key);
 QStringList allKeys();
 QString englishText(const QString& key);
 
-// Installs the translation for the locale's language, if one is shipped. The "C" locale and
-// English use the source texts.
-bool install(const QLocale& locale = QLocale::system());
+// Installs the translation catalog for the locale's language, if one is shipped; a second call
+// for the same catalog replaces it. The "C" locale and English use the source texts. The
+// windows bring their own catalog ("tondrel_gui") besides the core's.
+bool install(const QLocale& locale = QLocale::system(), const QString& catalog = QStringLiteral("tondrel"));
 
 } // namespace Localization

@@ -1,0 +1,424 @@
+<?xml version='1.0' encoding='utf-8'?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>CallMonitorWindow</name>
+    <message>
+        <source>Call monitor – Tondrel</source>
+        <translation>Anrufmonitor – Tondrel</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Nebenstelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Leitung</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Memo…</source>
+        <translation>Notiz…</translation>
+    </message>
+    <message>
+        <source>Clear list</source>
+        <translation>Liste leeren</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Ringing</source>
+        <translation>Klingelt</translation>
+    </message>
+    <message>
+        <source>Dialling…</source>
+        <translation>Wählt…</translation>
+    </message>
+    <message>
+        <source>Calling</source>
+        <translation>Ruft an</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Ended</source>
+        <translation>Beendet</translation>
+    </message>
+    <message>
+        <source>Missed</source>
+        <translation>Verpasst</translation>
+    </message>
+    <message>
+        <source>No answer</source>
+        <translation>Nicht angenommen</translation>
+    </message>
+    <message>
+        <source>withheld</source>
+        <translation>unterdrückt</translation>
+    </message>
+    <message>
+        <source>Has a memo</source>
+        <translation>Hat eine Notiz</translation>
+    </message>
+    <message>
+        <source>Not connected to the router's call monitor</source>
+        <translation>Nicht mit dem Anrufmonitor der FRITZ!Box verbunden</translation>
+    </message>
+    <message>
+        <source>1 call</source>
+        <translation>1 Anruf</translation>
+    </message>
+    <message>
+        <source>%1 calls</source>
+        <translation>%1 Anrufe</translation>
+    </message>
+</context>
+<context>
+    <name>DialWindow</name>
+    <message>
+        <source>New call – Tondrel</source>
+        <translation>Neuer Anruf – Tondrel</translation>
+    </message>
+    <message>
+        <source>Number, name or tel: link</source>
+        <translation>Nummer, Name oder tel:-Link</translation>
+    </message>
+    <message>
+        <source>Dial</source>
+        <translation>Wählen</translation>
+    </message>
+    <message>
+        <source>Hang up</source>
+        <translation>Auflegen</translation>
+    </message>
+    <message>
+        <source>Number:</source>
+        <translation>Nummer:</translation>
+    </message>
+    <message>
+        <source>Dials:</source>
+        <translation>Gewählt wird:</translation>
+    </message>
+    <message>
+        <source>Contact:</source>
+        <translation>Kontakt:</translation>
+    </message>
+    <message>
+        <source>Ring first:</source>
+        <translation>Zuerst klingelt:</translation>
+    </message>
+    <message>
+        <source>–</source>
+        <translation>–</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>Dial %1?</source>
+        <translation>%1 wählen?</translation>
+    </message>
+    <message>
+        <source>Dial %1 (%2)?</source>
+        <translation>%1 (%2) wählen?</translation>
+    </message>
+    <message>
+        <source>Dialling %1 …</source>
+        <translation>Wähle %1 …</translation>
+    </message>
+    <message>
+        <source>Hanging up …</source>
+        <translation>Lege auf …</translation>
+    </message>
+    <message>
+        <source>The router is calling: pick up the handset of “%1”.</source>
+        <translation>Die FRITZ!Box ruft an: Heben Sie den Hörer von „%1“ ab.</translation>
+    </message>
+    <message>
+        <source>Hung up.</source>
+        <translation>Aufgelegt.</translation>
+    </message>
+    <message>
+        <source>The router did not take the command.</source>
+        <translation>Die FRITZ!Box hat den Befehl nicht angenommen.</translation>
+    </message>
+</context>
+<context>
+    <name>ExtensionsMenu</name>
+    <message>
+        <source>Extensions</source>
+        <translation>Nebenstellen</translation>
+    </message>
+    <message>
+        <source>No extensions known</source>
+        <translation>Keine Nebenstellen bekannt</translation>
+    </message>
+</context>
+<context>
+    <name>LatestCallsMenu</name>
+    <message>
+        <source>Latest calls</source>
+        <translation>Letzte Anrufe</translation>
+    </message>
+    <message>
+        <source>Incoming</source>
+        <translation>Angenommen</translation>
+    </message>
+    <message>
+        <source>Missed</source>
+        <translation>Verpasst</translation>
+    </message>
+    <message>
+        <source>No calls yet</source>
+        <translation>Noch keine Anrufe</translation>
+    </message>
+    <message>
+        <source>yesterday %1</source>
+        <translation>gestern %1</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <translation>d. MMM</translation>
+    </message>
+</context>
+<context>
+    <name>LocationsMenu</name>
+    <message>
+        <source>Locations</source>
+        <translation>Standorte</translation>
+    </message>
+</context>
+<context>
+    <name>LoginPage</name>
+    <message>
+        <source>Login</source>
+        <translation>Anmeldung</translation>
+    </message>
+    <message>
+        <source>User name:</source>
+        <translation>Benutzername:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Kennwort:</translation>
+    </message>
+</context>
+<context>
+    <name>MemoEditor</name>
+    <message>
+        <source>Call</source>
+        <translation>Anruf</translation>
+    </message>
+    <message>
+        <source>Call with %1</source>
+        <translation>Anruf mit %1</translation>
+    </message>
+    <message>
+        <source>Memo – %1</source>
+        <translation>Notiz – %1</translation>
+    </message>
+    <message>
+        <source>withheld number</source>
+        <translation>unterdrückte Nummer</translation>
+    </message>
+    <message>
+        <source>Subject:</source>
+        <translation>Betreff:</translation>
+    </message>
+    <message>
+        <source>Note:</source>
+        <translation>Notiz:</translation>
+    </message>
+    <message>
+        <source>The memo could not be saved: the call is no longer listed or the call database refused it.</source>
+        <translation>Die Notiz konnte nicht gespeichert werden: Der Anruf ist nicht mehr in der Liste oder die Anrufdatenbank hat sie abgelehnt.</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>%1
+
+Start with default settings? The old file stays where it was copied.</source>
+        <translation>%1
+
+Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurde.</translation>
+    </message>
+</context>
+<context>
+    <name>ReadPage</name>
+    <message>
+        <source>Router settings</source>
+        <translation>Einstellungen der FRITZ!Box</translation>
+    </message>
+    <message>
+        <source>Reading the router's settings…</source>
+        <translation>Die Einstellungen der FRITZ!Box werden gelesen…</translation>
+    </message>
+    <message>
+        <source>The router's settings were read.</source>
+        <translation>Die Einstellungen der FRITZ!Box wurden gelesen.</translation>
+    </message>
+    <message>
+        <source>Dialling code: %1</source>
+        <translation>Vorwahl: %1</translation>
+    </message>
+    <message>
+        <source>Dial port: %1</source>
+        <translation>Wählanschluss: %1</translation>
+    </message>
+    <message>
+        <source>Own numbers: %1</source>
+        <translation>Eigene Rufnummern: %1</translation>
+    </message>
+    <message>
+        <source>Remote access: %1</source>
+        <translation>Fernzugang: %1</translation>
+    </message>
+    <message>
+        <source>Router users: %1</source>
+        <translation>Benutzer der FRITZ!Box: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RemotePage</name>
+    <message>
+        <source>Remote access</source>
+        <translation>Fernzugang</translation>
+    </message>
+    <message>
+        <source>optional, e.g. abc123.myfritz.net</source>
+        <translation>optional, z. B. abc123.myfritz.net</translation>
+    </message>
+    <message>
+        <source>Internet address:</source>
+        <translation>Internetadresse:</translation>
+    </message>
+    <message>
+        <source>HTTPS port:</source>
+        <translation>HTTPS-Port:</translation>
+    </message>
+    <message>
+        <source>User name:</source>
+        <translation>Benutzername:</translation>
+    </message>
+</context>
+<context>
+    <name>RouterChoicePage</name>
+    <message>
+        <source>Router</source>
+        <translation>FRITZ!Box</translation>
+    </message>
+    <message>
+        <source>Search again</source>
+        <translation>Erneut suchen</translation>
+    </message>
+    <message>
+        <source>Address:</source>
+        <translation>Adresse:</translation>
+    </message>
+    <message>
+        <source>Searching for routers on the network…</source>
+        <translation>Suche nach FRITZ!Boxen im Netzwerk…</translation>
+    </message>
+    <message>
+        <source>No router answered. Enter its address below.</source>
+        <translation>Keine FRITZ!Box hat geantwortet. Geben Sie ihre Adresse unten ein.</translation>
+    </message>
+    <message>
+        <source>One router found.</source>
+        <translation>Eine FRITZ!Box gefunden.</translation>
+    </message>
+    <message>
+        <source>%1 routers found.</source>
+        <translation>%1 FRITZ!Boxen gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>SavePage</name>
+    <message>
+        <source>“%1” on %2</source>
+        <translation>„%1“ auf %2</translation>
+    </message>
+</context>
+<context>
+    <name>SetupWizard</name>
+    <message>
+        <source>Set up a router</source>
+        <translation>FRITZ!Box einrichten</translation>
+    </message>
+</context>
+<context>
+    <name>TNStatusMenu</name>
+    <message>
+        <source>Call monitor connected</source>
+        <translation>Anrufmonitor verbunden</translation>
+    </message>
+    <message>
+        <source>Call monitor not connected</source>
+        <translation>Anrufmonitor nicht verbunden</translation>
+    </message>
+</context>
+<context>
+    <name>TrayApplication</name>
+    <message>
+        <source>1 new call</source>
+        <translation>1 neuer Anruf</translation>
+    </message>
+    <message>
+        <source>%1 new calls</source>
+        <translation>%1 neue Anrufe</translation>
+    </message>
+</context>
+<context>
+    <name>TrayMenu</name>
+    <message>
+        <source>Call monitor window</source>
+        <translation>Anrufmonitor-Fenster</translation>
+    </message>
+    <message>
+        <source>New call…</source>
+        <translation>Neuer Anruf…</translation>
+    </message>
+    <message>
+        <source>Wi-Fi</source>
+        <translation>WLAN</translation>
+    </message>
+    <message>
+        <source>Call monitor</source>
+        <translation>Anrufmonitor</translation>
+    </message>
+    <message>
+        <source>Remote access</source>
+        <translation>Fernzugang</translation>
+    </message>
+    <message>
+        <source>Set up a router…</source>
+        <translation>FRITZ!Box einrichten…</translation>
+    </message>
+    <message>
+        <source>Quit Tondrel</source>
+        <translation>Tondrel beenden</translation>
+    </message>
+</context>
+</TS>
