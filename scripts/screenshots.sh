@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Writes docs/screenshots/*.png: the tray menu, the call monitor window with a ringing and a
-# connected call, and the new-call window, against the simulated router, under Xvfb.
+# connected call, the new-call window, the online monitor and the setup assistant, against the
+# simulated router, under Xvfb.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -380,6 +380,55 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     </message>
 </context>
 <context>
+    <name>TNTrafficChart</name>
+    <message>
+        <source>max %1 kbit/s</source>
+        <translation>max. %1 kbit/s</translation>
+    </message>
+</context>
+<context>
+    <name>TrafficFigures</name>
+    <message>
+        <source>Internet</source>
+        <translation>Internet</translation>
+    </message>
+    <message>
+        <source>TV</source>
+        <translation>TV</translation>
+    </message>
+    <message>
+        <source>Real-time (telephony)</source>
+        <translation>Echtzeit (Telefonie)</translation>
+    </message>
+    <message>
+        <source>Prioritised</source>
+        <translation>Priorisiert</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+</context>
+<context>
+    <name>TrafficWindow</name>
+    <message>
+        <source>Online monitor – Tondrel</source>
+        <translation>Onlinemonitor – Tondrel</translation>
+    </message>
+    <message>
+        <source>⬇ Downstream</source>
+        <translation>⬇ Downstream</translation>
+    </message>
+    <message>
+        <source>⬆ Upstream</source>
+        <translation>⬆ Upstream</translation>
+    </message>
+</context>
+<context>
     <name>TrayApplication</name>
     <message>
         <source>1 new call</source>
@@ -419,6 +468,10 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     <message>
         <source>Quit Tondrel</source>
         <translation>Tondrel beenden</translation>
+    </message>
+    <message>
+        <source>Online monitor</source>
+        <translation>Onlinemonitor</translation>
     </message>
 </context>
 </TS>

@@ -59,6 +59,23 @@ void TNStatusMenu::setTitle(const QString& title)
     update();
 }
 
+void TNStatusMenu::setTrafficLabel(const QString& label)
+{
+    m_trafficLabel = label;
+    update();
+}
+
+void TNStatusMenu::setTrafficIcon(const QIcon& icon)
+{
+    m_trafficIcon = icon;
+    update();
+}
+
+QIcon TNStatusMenu::currentIcon() const
+{
+    return m_trafficIcon.isNull() ? iconForState(m_state) : m_trafficIcon;
+}
+
 QString TNStatusMenu::toolTip() const
 {
     QString tip = QStringLiteral("Tondrel");
@@ -67,6 +84,8 @@ QString TNStatusMenu::toolTip() const
     tip += u'\n' + (m_state == 1 ? tr("Call monitor connected") : tr("Call monitor not connected"));
     if (!m_title.isEmpty())
         tip += u'\n' + m_title;
+    if (!m_trafficLabel.isEmpty())
+        tip += u'\n' + m_trafficLabel;
     return tip;
 }
 
@@ -74,6 +93,6 @@ void TNStatusMenu::update()
 {
     if (!m_item)
         return;
-    m_item->setIcon(iconForState(m_state));
+    m_item->setIcon(currentIcon());
     m_item->setToolTip(toolTip());
 }

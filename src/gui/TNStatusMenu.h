@@ -38,6 +38,11 @@ public:
     // The location shown in the tooltip, and the badge (new calls, traffic): "" for none.
     void setLocationName(const QString& name);
     void setTitle(const QString& title);
+    // The traffic display in the tray: rates in the tooltip, a small chart instead of the
+    // handset; "" and a null icon remove them.
+    void setTrafficLabel(const QString& label);
+    void setTrafficIcon(const QIcon& icon);
+    QIcon currentIcon() const;
     QString toolTip() const;
 
 signals:
@@ -51,4 +56,6 @@ private:
     int m_state = 0;
     QString m_location;
     QString m_title;
+    QString m_trafficLabel;
+    QIcon m_trafficIcon;
 };

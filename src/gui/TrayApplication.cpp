@@ -9,12 +9,16 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "setup/SetupWizard.h"
+#include "traffic/TNTrafficChart.h"
+#include "traffic/TrafficWindow.h"
 
 #include "app/AppEnvironment.h"
 #include "app/DialURL.h"
 #include "app/Logging.h"
 #include "app/NotificationNames.h"
+#include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
+#include "app/TrafficSampler.h"
 #include "app/TNPreferencesManager.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxSystemHelper.h"
@@ -42,6 +46,12 @@ TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env)
     options.switchWLAN = [manager](const QString& command) {
         if (auto prefs = manager->currentPreferences())
             FBBoxSystemHelper::setWLANStatusInBackground(std::move(prefs), command);
+    };
+    options.trafficQuery = [manager](const QStringList& variables) {
+        const auto prefs = manager->currentPreferences();
+        if (!prefs || prefs->isDummy() || prefs->hostName.isEmpty())
+            return QStringList();
+        return FBBoxConnectionHelper::queryWithSession(variables, prefs.get());
     };
     options.checkRouterStatus = [manager] {
         // The settings object stays alive until the check ends.
@@ -102,6 +112,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
+    connect(m_menu.get(), &TrayMenu::openTrafficMonitor, this, &TrayApplication::openTrafficWindow);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -114,6 +125,10 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
         if (m_dialWindow)
             m_dialWindow->reloadSources();
     });
+
+    m_traffic = std::make_unique<TrafficSampler>(env.settings(), m_options.trafficQuery);
+    connect(m_traffic.get(), &TrafficSampler::trafficRecord, this, &TrayApplication::showTraffic);
+    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] { applyTrafficSettings(); });
 }
 
 TrayApplication::~TrayApplication()
@@ -121,6 +136,11 @@ TrayApplication::~TrayApplication()
     JournalLoading::setBadgeHandler({});
     delete m_setupWizard;
     // Windows and menus observe the listener: they go before it.
+    m_trafficWindow.reset();
+    m_traffic.reset();
+    // Router work on pool threads (samples, status checks, commands) uses the settings of the
+    // environment, which goes after us: let it end first. Requests time out well within this.
+    QThreadPool::globalInstance()->waitForDone(20000);
     m_dialWindow.reset();
     m_monitorWindow.reset();
     m_menu.reset();
@@ -139,6 +159,9 @@ void TrayApplication::start(const QStringList& arguments)
         m_status->allocStatusItem(m_menu->menu());
     if (m_env.manager().isConfigured()) {
         m_monitor->conductor().activateSettingsAndCallMonitor();
+        applyTrafficSettings();
+        if (m_env.settings().value(keys::ShowTrafficMonitorWindow).toBool() && !m_options.headless)
+            openTrafficWindow();
     } else {
         // First start: the defaults, then the setup assistant.
         AppConductor::writeFirstStartDefaults(m_env.settings());
@@ -230,6 +253,51 @@ void TrayApplication::openSetupAssistant()
     m_setupWizard->show();
     m_setupWizard->raise();
     m_setupWizard->activateWindow();
+}
+
+TrafficWindow& TrayApplication::trafficWindow()
+{
+    if (!m_trafficWindow) {
+        m_trafficWindow = std::make_unique<TrafficWindow>(m_env.settings());
+        // Sampling runs while the panel is shown.
+        connect(m_trafficWindow.get(), &TrafficWindow::shownChanged, m_traffic.get(), &TrafficSampler::setPanelOpen);
+    }
+    return *m_trafficWindow;
+}
+
+void TrayApplication::openTrafficWindow()
+{
+    trafficWindow().show();
+    m_trafficWindow->raise();
+    m_trafficWindow->activateWindow();
+}
+
+void TrayApplication::applyTrafficSettings()
+{
+    m_traffic->toogleTrafficTimer();
+    const bool inMenu = m_env.settings().value(keys::ShowTrafficMonitorInMenu).toBool();
+    if (!inMenu || !m_env.settings().value(keys::ShowTrafficMonitorMenuLabel).toBool())
+        m_status->setTrafficLabel(QString());
+    if (!inMenu || !m_env.settings().value(keys::ShowTrafficMonitorMenuGraph).toBool())
+        m_status->setTrafficIcon(QIcon());
+}
+
+void TrayApplication::showTraffic(const QVariantMap& record)
+{
+    if (m_trafficWindow)
+        m_trafficWindow->updateTrafficChartWithData(record);
+    const SettingsStore& settings = m_env.settings();
+    if (!settings.value(keys::ShowTrafficMonitorInMenu).toBool())
+        return;
+    const TrafficFigures figures = TrafficFigures::fromRecord(record);
+    if (settings.value(keys::ShowTrafficMonitorMenuLabel).toBool())
+        m_status->setTrafficLabel(figures.downLabel() + QStringLiteral("  ") + figures.upLabel());
+    if (settings.value(keys::ShowTrafficMonitorMenuGraph).toBool()) {
+        const bool useMenuColor = settings.value(QStringLiteral("trafficMonitorUseMenuColor"), true).toBool();
+        const QColor color = useMenuColor ? QApplication::palette().windowText().color()
+                                          : TrafficFigures::colorFor(QStringLiteral("ds_internet"), &settings);
+        m_status->setTrafficIcon(TNTrafficChart::trayIcon(figures, color));
+    }
 }
 
 void TrayApplication::updateBadge()

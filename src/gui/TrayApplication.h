@@ -12,6 +12,8 @@ class AppEnvironment;
 class CallMonitorWindow;
 class NotificationPresenter;
 class SetupWizard;
+class TrafficSampler;
+class TrafficWindow;
 class TNStatusMenu;
 class TrayCallMonitor;
 class TrayMenu;
@@ -34,6 +36,8 @@ public:
         std::function<int()> askWLANoff;
         // Asks the router for its status in the background (every 600 s and on activation).
         std::function<void()> checkRouterStatus;
+        // Reads traffic variables with a session (on a pool thread); none: the charts show zero.
+        std::function<QStringList(const QStringList& variables)> trafficQuery;
         // Tests and screenshots: neither status item nor taskbar window, whatever
         // "MENU_DOCK_STATE" says.
         bool headless = false;
@@ -65,9 +69,15 @@ public:
     // The setup assistant; one window at a time.
     void openSetupAssistant();
     SetupWizard* setupWizard() const;
+    // The online monitor: the panel and the sampling behind it and the tray's traffic display.
+    void openTrafficWindow();
+    TrafficWindow& trafficWindow();
+    TrafficSampler& trafficSampler() { return *m_traffic; }
 
 private:
     void updateBadge();
+    void showTraffic(const QVariantMap& record);
+    void applyTrafficSettings();
 
     AppEnvironment& m_env;
     Options m_options;
@@ -78,4 +88,6 @@ private:
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;
     QPointer<SetupWizard> m_setupWizard;
+    std::unique_ptr<TrafficSampler> m_traffic;
+    std::unique_ptr<TrafficWindow> m_trafficWindow;
 };

@@ -37,6 +37,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
     m_newCall = m_menu.addAction(tr("New call…"));
     connect(m_newCall, &QAction::triggered, this, [this] { emit newCall(QString(), {}); });
+    m_traffic = m_menu.addAction(tr("Online monitor"));
+    connect(m_traffic, &QAction::triggered, this, &TrayMenu::openTrafficMonitor);
 
     m_latest = new LatestCallsMenu(manager, calls, &m_menu);
     m_menu.addMenu(m_latest);

@@ -5,8 +5,7 @@
 
 #include "app/TNPreferences.h"
 #include "app/TrafficSampler.h"
-#include "box/FBBoxConnectionHelper.h"
-#include "box/TNSessionManager.h"
+#include "box/RouterCommand.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
@@ -29,10 +28,9 @@ void TrafficCommand::setup(CLI::App& app, CliContext& ctx)
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
             // No login check first: a router that does not answer gives records of zeros.
+            // Each sample logs in again when the session ran out or the router came back.
             TrafficSampler sampler(ctx.settings(), [prefs](const QStringList& variables) {
-                // Each sample logs in again when the session ran out or the router came back.
-                TNSessionManager::forPreferences(*prefs).currentSessionIDUsePreferences(prefs.get());
-                return FBBoxConnectionHelper::componentsArrayForVariables(variables, prefs.get());
+                return FBBoxConnectionHelper::queryWithSession(variables, prefs.get());
             });
             QEventLoop loop;
             int seen = 0;

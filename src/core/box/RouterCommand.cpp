@@ -80,4 +80,15 @@ RouterCommandResult runRouterCommand(const QString& action, const QString& numbe
     return result;
 }
 
+QStringList queryWithSession(const QStringList& variables, TNPreferences* prefs)
+{
+    if (!prefs)
+        return {};
+    FBApplicationHelper::clearLastAlertOnThisThread();
+    QString error;
+    if (!ensureSession(*prefs, &error))
+        return {};
+    return componentsArrayForVariables(variables, prefs);
+}
+
 } // namespace FBBoxConnectionHelper

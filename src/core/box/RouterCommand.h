@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class TNPreferences;
 
@@ -23,5 +24,9 @@ RouterCommandResult runRouterCommand(const QString& action, const QString& numbe
 // The router status check (WLAN, DECT) with a session: the query needs to know the firmware,
 // which the login finds out. Posts "WLANSTATUS" and "DECTSTATUS" as the check does.
 void checkRouterStatusWithSession(TNPreferences* prefs);
+
+// Variables read with a session (logged in first or reused), for samplers that ask again and
+// again: empty when no session can be had.
+QStringList queryWithSession(const QStringList& variables, TNPreferences* prefs);
 
 } // namespace FBBoxConnectionHelper

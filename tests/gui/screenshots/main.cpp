@@ -9,9 +9,13 @@
 #include "TrayApplication.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "setup/SetupWizard.h"
+#include "traffic/TrafficWindow.h"
 
 #include "app/NotificationCenter.h"
 #include "app/NotificationNames.h"
+#include "app/TrafficSampler.h"
+#include "assistant/SsdpDiscovery.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 
@@ -48,7 +52,7 @@ int main(int argc, char** argv)
     const QDir out(QString::fromLocal8Bit(argv[1]));
     QDir().mkpath(out.path());
 
-    SimulatorProcess sim;
+    SimulatorProcess sim({u"--ssdp-port"_s, u"0"_s});
     if (!sim.isRunning()) {
         std::fprintf(stderr, "simulator: %s\n", qPrintable(sim.error()));
         return 1;
@@ -129,5 +133,24 @@ int main(int argc, char** argv)
     }
     ok &= save(picture, out.filePath(u"menu.png"_s));
     menu->hide();
+
+    // The online monitor after a few samples of the simulated router's moving figures.
+    tray.trafficSampler().setInterval(250);
+    TrafficWindow& traffic = tray.trafficWindow();
+    traffic.move(40, 40);
+    tray.openTrafficWindow();
+    QTest::qWait(4000);
+    ok &= save(traffic.grab(), out.filePath(u"traffic.png"_s));
+    traffic.close();
+
+    // The setup assistant's first step with the router it found.
+    SetupWizard wizard(*env.env);
+    wizard.setDiscoveryTarget(u"127.0.0.1:%1"_s.arg(sim.port(u"ssdp"_s)));
+    wizard.discovery().setCompletionInterval(800);
+    wizard.move(40, 40);
+    wizard.show();
+    QTest::qWait(1500);
+    ok &= save(wizard.grab(), out.filePath(u"setup.png"_s));
+    wizard.hide();
     return ok ? 0 : 1;
 }
