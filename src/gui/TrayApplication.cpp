@@ -8,11 +8,13 @@
 #include "TNStatusMenu.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "calllist/CallListWindow.h"
 
 #include "app/AppEnvironment.h"
 #include "app/DialURL.h"
 #include "app/Logging.h"
 #include "app/NotificationNames.h"
+#include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
 #include "app/TNPreferencesManager.h"
 #include "box/FBApplicationHelper.h"
@@ -100,6 +102,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
                                         env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
+    connect(m_menu.get(), &TrayMenu::openCallList, this, &TrayApplication::openCallList);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -118,6 +121,7 @@ TrayApplication::~TrayApplication()
 {
     JournalLoading::setBadgeHandler({});
     // Windows and menus observe the listener: they go before it.
+    m_callListWindow.reset();
     m_dialWindow.reset();
     m_monitorWindow.reset();
     m_menu.reset();
@@ -143,6 +147,8 @@ void TrayApplication::start(const QStringList& arguments)
         qCInfo(lcApp) << "No router configured yet; add one with tondrel-cli location add";
     }
     updateBadge();
+    if (m_env.settings().value(keys::ShowCallinglistOnStart).toInt() == 1)
+        openCallList();
     if (TNStatusMenu::showsTaskbarWindow(dock) && !m_options.headless) {
         // The taskbar entry is the call monitor window; with a tray icon as well it starts
         // minimised, without one it carries the menu.
@@ -162,7 +168,7 @@ void TrayApplication::handleArguments(const QStringList& arguments)
         if (argument == u"--new-call") {
             openNewCall(QString(), {});
         } else if (argument == u"--calllist") {
-            qCInfo(lcApp) << "The call list window is not part of this build yet";
+            openCallList();
         } else if (const auto tel = methods::numberFromTelURL(argument)) {
             openNewCall(*tel, {});
         } else if (argument.contains(u':')) {
@@ -193,6 +199,24 @@ DialWindow& TrayApplication::dialWindow()
 void TrayApplication::openCallmonitorWindow()
 {
     monitorWindow().openCallmonitorWindow();
+}
+
+CallListWindow* TrayApplication::callListWindow()
+{
+    if (!m_callListWindow && m_env.callinglist()) {
+        m_callListWindow = std::make_unique<CallListWindow>(m_env.manager(), *m_env.callinglist(),
+                                                            m_monitor->listener(), m_env.settings());
+        connect(m_callListWindow.get(), &CallListWindow::callRequested, this, &TrayApplication::openNewCall);
+    }
+    return m_callListWindow.get();
+}
+
+void TrayApplication::openCallList()
+{
+    if (CallListWindow* window = callListWindow())
+        window->openCallList();
+    else
+        qCWarning(lcApp) << "The call list cannot be shown: the call database is not open";
 }
 
 void TrayApplication::openNewCall(const QString& number, const QStringList& contact)

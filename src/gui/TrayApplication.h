@@ -9,6 +9,7 @@
 #include <memory>
 
 class AppEnvironment;
+class CallListWindow;
 class CallMonitorWindow;
 class NotificationPresenter;
 class TNStatusMenu;
@@ -57,8 +58,11 @@ public:
     TNStatusMenu& statusMenu() { return *m_status; }
     CallMonitorWindow& monitorWindow();
     DialWindow& dialWindow();
+    // Null when the call database could not be opened.
+    CallListWindow* callListWindow();
 
     void openCallmonitorWindow();
+    void openCallList();
     void openNewCall(const QString& number, const QStringList& contact);
     void openMemoEditor(const QString& uid);
 
@@ -73,4 +77,5 @@ private:
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;
+    std::unique_ptr<CallListWindow> m_callListWindow;
 };

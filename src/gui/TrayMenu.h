@@ -39,6 +39,7 @@ public:
     QAction* remoteAccessItem() const { return m_remote; }
     QAction* monitorWindowItem() const { return m_monitorWindow; }
     QAction* newCallItem() const { return m_newCall; }
+    QAction* callListItem() const { return m_callList; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -51,6 +52,7 @@ public:
 
 signals:
     void openCallMonitor();
+    void openCallList();
     void newCall(const QString& number, const QStringList& contact);
     void quitRequested();
 
@@ -65,6 +67,7 @@ private:
     QMenu m_menu;
     QAction* m_monitorWindow = nullptr;
     QAction* m_newCall = nullptr;
+    QAction* m_callList = nullptr;
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;
