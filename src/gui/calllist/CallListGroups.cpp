@@ -6,6 +6,7 @@
 #include "calllist/TNCallinglist.h"
 
 #include <QHeaderView>
+#include <QPixmap>
 
 namespace {
 constexpr int SelectorRole = Qt::UserRole + 1;
@@ -51,12 +52,18 @@ void CallListGroups::setGroups(const QList<qint64>& counters, const QStringList&
         entries.append({smartListNames[i], ListQuery::SelectorFirstSmartList + smartCount - 1 - i,
                         TNCallinglist::CounterFirstSmartList + i, {}});
 
+    // Entries without a picture keep their titles in line with the others.
+    static const QIcon blank = [] {
+        QPixmap empty(16, 16);
+        empty.fill(Qt::transparent);
+        return QIcon(empty);
+    }();
     const QSignalBlocker block(this);
     clear();
     for (const Entry& e : entries) {
         auto* item = new QTreeWidgetItem(this);
         item->setText(Title, e.title);
-        item->setIcon(Title, e.icon);
+        item->setIcon(Title, e.icon.isNull() ? blank : e.icon);
         item->setData(Title, SelectorRole, e.selector);
         if (e.selector == CurrentCalls)
             item->setText(Counter, QString::number(currentCalls));

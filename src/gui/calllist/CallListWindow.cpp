@@ -68,10 +68,13 @@ void CallListWindow::buildLayout()
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setSectionResizeMode(CallListModel::State, QHeaderView::Fixed);
     header->resizeSection(CallListModel::State, 30);
+    // The name takes what the other columns leave.
+    header->setSectionResizeMode(CallListModel::Name, QHeaderView::Stretch);
     header->resizeSection(CallListModel::Date, 130);
-    header->resizeSection(CallListModel::Name, 200);
     header->resizeSection(CallListModel::Number, 130);
-    header->setStretchLastSection(true);
+    header->resizeSection(CallListModel::Extension, 110);
+    header->resizeSection(CallListModel::Line, 100);
+    header->resizeSection(CallListModel::Duration, 70);
     header->setSortIndicatorShown(true);
 
     m_search = new QLineEdit(this);

@@ -29,6 +29,7 @@ CallStatisticsDialog::CallStatisticsDialog(TNCallinglist& calls, int profile, QW
     m_table->setVerticalHeaderLabels(months);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &CallStatisticsDialog::reject);
@@ -45,7 +46,7 @@ CallStatisticsDialog::CallStatisticsDialog(TNCallinglist& calls, int profile, QW
     // The newest year with calls first.
     m_years->setCurrentIndex(m_years->count() > 1 ? 1 : 0);
     showYear(m_years->currentData().toInt());
-    resize(560, 460);
+    resize(560, 440);
 }
 
 void CallStatisticsDialog::showYear(int year)
@@ -53,6 +54,11 @@ void CallStatisticsDialog::showYear(int year)
     auto cell = [this](int row, int column, const QString& text) {
         auto* item = new QTableWidgetItem(text);
         item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (row == TotalRow) {
+            QFont bold = item->font();
+            bold.setBold(true);
+            item->setFont(bold);
+        }
         m_table->setItem(row, column, item);
     };
     for (int row = 0; row <= TotalRow; ++row) {
