@@ -2,6 +2,278 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>CallListGroups</name>
+    <message>
+        <source>Incoming</source>
+        <translation>Angenommen</translation>
+    </message>
+    <message>
+        <source>Outgoing</source>
+        <translation>Ausgehend</translation>
+    </message>
+    <message>
+        <source>Missed</source>
+        <translation>Verpasst</translation>
+    </message>
+    <message>
+        <source>All calls</source>
+        <translation>Alle Anrufe</translation>
+    </message>
+    <message>
+        <source>Current calls</source>
+        <translation>Aktuelle Anrufe</translation>
+    </message>
+    <message>
+        <source>New calls</source>
+        <translation>Neue Anrufe</translation>
+    </message>
+</context>
+<context>
+    <name>CallListModel</name>
+    <message>
+        <source>Incoming</source>
+        <translation>Angenommen</translation>
+    </message>
+    <message>
+        <source>Missed</source>
+        <translation>Verpasst</translation>
+    </message>
+    <message>
+        <source>Outgoing</source>
+        <translation>Ausgehend</translation>
+    </message>
+    <message>
+        <source>1 call</source>
+        <translation>1 Anruf</translation>
+    </message>
+    <message>
+        <source>%1 calls</source>
+        <translation>%1 Anrufe</translation>
+    </message>
+    <message>
+        <source>withheld</source>
+        <translation>unterdrückt</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Nebenstelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Leitung</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+</context>
+<context>
+    <name>CallListWindow</name>
+    <message>
+        <source>Search calls</source>
+        <translation>Anrufe durchsuchen</translation>
+    </message>
+    <message>
+        <source>All columns</source>
+        <translation>Alle Spalten</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Nebenstelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Leitung</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Call list</source>
+        <translation>Anrufliste</translation>
+    </message>
+    <message>
+        <source>Call list – %1</source>
+        <translation>Anrufliste – %1</translation>
+    </message>
+    <message>
+        <source>%1+ calls</source>
+        <translation>%1+ Anrufe</translation>
+    </message>
+    <message>
+        <source>1 call</source>
+        <translation>1 Anruf</translation>
+    </message>
+    <message>
+        <source>%1 calls</source>
+        <translation>%1 Anrufe</translation>
+    </message>
+    <message>
+        <source>Call number</source>
+        <translation>Nummer anrufen</translation>
+    </message>
+    <message>
+        <source>Copy number</source>
+        <translation>Nummer kopieren</translation>
+    </message>
+    <message>
+        <source>Copy call details</source>
+        <translation>Anrufdetails kopieren</translation>
+    </message>
+    <message>
+        <source>Memo…</source>
+        <translation>Notiz…</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Read the new calls from the router</source>
+        <translation>Die neuen Anrufe von der FRITZ!Box lesen</translation>
+    </message>
+    <message>
+        <source>Import file…</source>
+        <translation>Datei importieren…</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren…</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>New call</source>
+        <translation>Neuer Anruf</translation>
+    </message>
+    <message>
+        <source>Delete calls</source>
+        <translation>Anrufe löschen</translation>
+    </message>
+    <message>
+        <source>Delete the selected call from the call list?</source>
+        <translation>Den ausgewählten Anruf aus der Anrufliste löschen?</translation>
+    </message>
+    <message>
+        <source>Delete the %1 selected calls from the call list?</source>
+        <translation>Die %1 ausgewählten Anrufe aus der Anrufliste löschen?</translation>
+    </message>
+    <message>
+        <source>The calls could not be deleted: the call database refused it.</source>
+        <translation>Die Anrufe konnten nicht gelöscht werden: Die Anrufdatenbank hat es abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Reading the call list from the router…</source>
+        <translation>Die Anrufliste wird von der FRITZ!Box gelesen…</translation>
+    </message>
+    <message>
+        <source>Import a call journal</source>
+        <translation>Eine Anrufliste importieren</translation>
+    </message>
+    <message>
+        <source>Call journals (*.csv *.txt);;All files (*)</source>
+        <translation>Anruflisten (*.csv *.txt);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Importing %1…</source>
+        <translation>Importiere %1…</translation>
+    </message>
+    <message>
+        <source>%1 is not a call journal.</source>
+        <translation>%1 ist keine Anrufliste.</translation>
+    </message>
+    <message>
+        <source>No new calls in %1.</source>
+        <translation>Keine neuen Anrufe in %1.</translation>
+    </message>
+    <message>
+        <source>1 call imported from %1.</source>
+        <translation>1 Anruf aus %1 importiert.</translation>
+    </message>
+    <message>
+        <source>%1 calls imported from %2.</source>
+        <translation>%1 Anrufe aus %2 importiert.</translation>
+    </message>
+    <message>
+        <source>Export calls</source>
+        <translation>Anrufe exportieren</translation>
+    </message>
+    <message>
+        <source>Delimited text (*.csv *.txt)</source>
+        <translation>Text mit Trennzeichen (*.csv *.txt)</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Calls exported to %1.</source>
+        <translation>Anrufe nach %1 exportiert.</translation>
+    </message>
+</context>
+<context>
+    <name>CallMemoDialog</name>
+    <message>
+        <source>withheld number</source>
+        <translation>unterdrückte Nummer</translation>
+    </message>
+    <message>
+        <source>Call with %1</source>
+        <translation>Anruf mit %1</translation>
+    </message>
+    <message>
+        <source>Memo – %1</source>
+        <translation>Notiz – %1</translation>
+    </message>
+    <message>
+        <source>Call:</source>
+        <translation>Anruf:</translation>
+    </message>
+    <message>
+        <source>Subject:</source>
+        <translation>Betreff:</translation>
+    </message>
+    <message>
+        <source>Note:</source>
+        <translation>Notiz:</translation>
+    </message>
+    <message>
+        <source>The memo could not be saved: the call database refused it.</source>
+        <translation>Die Notiz konnte nicht gespeichert werden: Die Anrufdatenbank hat sie abgelehnt.</translation>
+    </message>
+</context>
+<context>
     <name>CallMonitorWindow</name>
     <message>
         <source>Call monitor – Tondrel</source>
@@ -90,6 +362,45 @@
     <message>
         <source>%1 calls</source>
         <translation>%1 Anrufe</translation>
+    </message>
+</context>
+<context>
+    <name>CallStatisticsDialog</name>
+    <message>
+        <source>Call statistics</source>
+        <translation>Anrufstatistik</translation>
+    </message>
+    <message>
+        <source>All years</source>
+        <translation>Alle Jahre</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Anrufe</translation>
+    </message>
+    <message>
+        <source>Incoming</source>
+        <translation>Angenommen</translation>
+    </message>
+    <message>
+        <source>Outgoing</source>
+        <translation>Ausgehend</translation>
+    </message>
+    <message>
+        <source>Missed</source>
+        <translation>Verpasst</translation>
+    </message>
+    <message>
+        <source>Talk time</source>
+        <translation>Gesprächszeit</translation>
+    </message>
+    <message>
+        <source>Total</source>
+        <translation>Gesamt</translation>
+    </message>
+    <message>
+        <source>Year:</source>
+        <translation>Jahr:</translation>
     </message>
 </context>
 <context>
@@ -472,6 +783,10 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     <message>
         <source>Online monitor</source>
         <translation>Onlinemonitor</translation>
+    </message>
+    <message>
+        <source>Call list</source>
+        <translation>Anrufliste</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,7 @@
 #include "TNStatusMenu.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "calllist/CallListWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TNTrafficChart.h"
 #include "traffic/TrafficWindow.h"
@@ -113,6 +114,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
     connect(m_menu.get(), &TrayMenu::openTrafficMonitor, this, &TrayApplication::openTrafficWindow);
+    connect(m_menu.get(), &TrayMenu::openCallList, this, &TrayApplication::openCallList);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -136,6 +138,7 @@ TrayApplication::~TrayApplication()
     JournalLoading::setBadgeHandler({});
     delete m_setupWizard;
     // Windows and menus observe the listener: they go before it.
+    m_callListWindow.reset();
     m_trafficWindow.reset();
     m_traffic.reset();
     // Router work on pool threads (samples, status checks, commands) uses the settings of the
@@ -170,6 +173,8 @@ void TrayApplication::start(const QStringList& arguments)
             openSetupAssistant();
     }
     updateBadge();
+    if (m_env.settings().value(keys::ShowCallinglistOnStart).toInt() == 1)
+        openCallList();
     if (TNStatusMenu::showsTaskbarWindow(dock) && !m_options.headless) {
         // The taskbar entry is the call monitor window; with a tray icon as well it starts
         // minimised, without one it carries the menu.
@@ -189,7 +194,7 @@ void TrayApplication::handleArguments(const QStringList& arguments)
         if (argument == u"--new-call") {
             openNewCall(QString(), {});
         } else if (argument == u"--calllist") {
-            qCInfo(lcApp) << "The call list window is not part of this build yet";
+            openCallList();
         } else if (const auto tel = methods::numberFromTelURL(argument)) {
             openNewCall(*tel, {});
         } else if (argument.contains(u':')) {
@@ -220,6 +225,24 @@ DialWindow& TrayApplication::dialWindow()
 void TrayApplication::openCallmonitorWindow()
 {
     monitorWindow().openCallmonitorWindow();
+}
+
+CallListWindow* TrayApplication::callListWindow()
+{
+    if (!m_callListWindow && m_env.callinglist()) {
+        m_callListWindow = std::make_unique<CallListWindow>(m_env.manager(), *m_env.callinglist(),
+                                                            m_monitor->listener(), m_env.settings());
+        connect(m_callListWindow.get(), &CallListWindow::callRequested, this, &TrayApplication::openNewCall);
+    }
+    return m_callListWindow.get();
+}
+
+void TrayApplication::openCallList()
+{
+    if (CallListWindow* window = callListWindow())
+        window->openCallList();
+    else
+        qCWarning(lcApp) << "The call list cannot be shown: the call database is not open";
 }
 
 void TrayApplication::openNewCall(const QString& number, const QStringList& contact)

@@ -9,6 +9,7 @@
 #include <memory>
 
 class AppEnvironment;
+class CallListWindow;
 class CallMonitorWindow;
 class NotificationPresenter;
 class SetupWizard;
@@ -62,8 +63,11 @@ public:
     TNStatusMenu& statusMenu() { return *m_status; }
     CallMonitorWindow& monitorWindow();
     DialWindow& dialWindow();
+    // Null when the call database could not be opened.
+    CallListWindow* callListWindow();
 
     void openCallmonitorWindow();
+    void openCallList();
     void openNewCall(const QString& number, const QStringList& contact);
     void openMemoEditor(const QString& uid);
     // The setup assistant; one window at a time.
@@ -90,4 +94,5 @@ private:
     QPointer<SetupWizard> m_setupWizard;
     std::unique_ptr<TrafficSampler> m_traffic;
     std::unique_ptr<TrafficWindow> m_trafficWindow;
+    std::unique_ptr<CallListWindow> m_callListWindow;
 };

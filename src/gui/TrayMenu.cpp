@@ -37,6 +37,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
     m_newCall = m_menu.addAction(tr("New call…"));
     connect(m_newCall, &QAction::triggered, this, [this] { emit newCall(QString(), {}); });
+    m_callList = m_menu.addAction(tr("Call list"));
+    connect(m_callList, &QAction::triggered, this, &TrayMenu::openCallList);
     m_traffic = m_menu.addAction(tr("Online monitor"));
     connect(m_traffic, &QAction::triggered, this, &TrayMenu::openTrafficMonitor);
 

@@ -41,6 +41,7 @@ public:
     QAction* newCallItem() const { return m_newCall; }
     QAction* setupItem() const { return m_setup; }
     QAction* trafficItem() const { return m_traffic; }
+    QAction* callListItem() const { return m_callList; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -53,6 +54,7 @@ public:
 
 signals:
     void openCallMonitor();
+    void openCallList();
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
     void openTrafficMonitor();
@@ -69,6 +71,7 @@ private:
     QMenu m_menu;
     QAction* m_monitorWindow = nullptr;
     QAction* m_newCall = nullptr;
+    QAction* m_callList = nullptr;
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;

@@ -34,6 +34,8 @@ public:
 
     QList<Memo> getMemosForProfile(int profile) const;
     std::optional<Memo> getDetailMemoWithID(qint64 id) const;
+    // The newest memo written about one call (number and call date) of a profile.
+    std::optional<Memo> memoForCall(int profile, const QString& number, qint64 calldate) const;
     // The new memo's rowid, 0 on failure.
     qint64 setMemoForProfile(int profile, const QString& number, qint64 calldate, const QString& subject,
                              const QString& body);

@@ -349,6 +349,39 @@ bool TNCallinglist::deleteItemFromCallingListwithID(qint64 rowid)
                            "deleteItemFromCallingList");
 }
 
+int TNCallinglist::deleteCallsForProfile(int profile, const QList<qint64>& rowids)
+{
+    if (profile <= 0 || rowids.isEmpty())
+        return 0;
+    // Chunks keep each statement well below SQLite's limit of bound values.
+    constexpr qsizetype Chunk = 500;
+    int deleted = 0;
+    auto db = m_db.open();
+    if (!db)
+        return -1;
+    try {
+        SQLite::Transaction tx(*db);
+        for (qsizetype from = 0; from < rowids.size(); from += Chunk) {
+            const QList<qint64> part = rowids.mid(from, Chunk);
+            SqlFragment sql(QStringLiteral("DELETE FROM callinglist WHERE profile = ? AND rowid IN ("), {profile});
+            QStringList marks;
+            for (qint64 rowid : part) {
+                marks.append(QStringLiteral("?"));
+                sql.args.append(rowid);
+            }
+            sql.add(marks.join(u',') + u')');
+            deleted += CallDatabase::exec(*db, sql);
+        }
+        tx.commit();
+    } catch (const std::exception& e) {
+        qCWarning(lcCalllist) << "deleteCallsForProfile" << e.what();
+        return -1;
+    }
+    refreshCallsCounterForProfile(profile);
+    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU, this);
+    return deleted;
+}
+
 bool TNCallinglist::deleteItemFromCallingListwithColumn(const QString& column, const QVariant& value)
 {
     static const QStringList columns = {QStringLiteral("profile"),   QStringLiteral("callstate"),

@@ -124,6 +124,10 @@ public:
 
     // Deletions.
     bool deleteItemFromCallingListwithID(qint64 rowid);
+    // Deletes the listed calls of one profile in one transaction (rowids of other profiles and
+    // marker rows stay), refreshes the counters and posts "REFRESHLATESTCALLSMENU". The number
+    // of calls deleted, -1 when the database refused.
+    int deleteCallsForProfile(int profile, const QList<qint64>& rowids);
     // column: one of the callinglist columns; others are refused.
     bool deleteItemFromCallingListwithColumn(const QString& column, const QVariant& value);
     bool deleteItemFromCallerwithID(qint64 rowid);
