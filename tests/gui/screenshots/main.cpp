@@ -9,6 +9,7 @@
 #include "TrayApplication.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "calllist/CallListWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
 
@@ -70,6 +71,8 @@ int main(int argc, char** argv)
     calls.insertCall({1, 1, now - 7200, u"0301234567"_s, u"1"_s, u"5550000"_s, u"0:04"_s});
     calls.insertCall({1, 1, now - 86400, u"08005550199"_s, u"610"_s, u"5550000"_s, u"0:12"_s});
     calls.insertCall({1, 2, now - 1800, u"0409998877"_s, u"1"_s, u"5550000"_s, u"0:00"_s});
+    calls.insertCall({1, 3, now - 3 * 86400, u"0891234500"_s, u"610"_s, u"5550000"_s, u"0:31"_s});
+    calls.insertCall({1, 1, now - 3 * 86400 - 5000, u"0409998877"_s, u"1"_s, u"5550000"_s, u"0:02"_s});
     calls.insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), u"mobile"_s);
 
     RecordingPresenter presenter;
@@ -133,6 +136,16 @@ int main(int argc, char** argv)
     }
     ok &= save(picture, out.filePath(u"menu.png"_s));
     menu->hide();
+
+    // The call list with the calls of the last days.
+    if (CallListWindow* list = tray.callListWindow()) {
+        list->resize(900, 420);
+        list->move(40, 40);
+        tray.openCallList();
+        QTest::qWait(600);
+        ok &= save(list->grab(), out.filePath(u"calllist.png"_s));
+        list->hide();
+    }
 
     // The online monitor after a few samples of the simulated router's moving figures.
     tray.trafficSampler().setInterval(250);
