@@ -230,27 +230,20 @@ void CallsCommand::remove(CliContext& ctx)
     auto prefs = ctx.targetLocation();
     TNCallinglist& calls = cliCallinglist(ctx);
     const int profile = prefs->activeProfileInt;
-    // Only calls of this location: a row id of another location is refused, not deleted.
-    QList<qint64> unknown;
-    for (long long rowid : m_rowids) {
-        const auto rows = calls.database().selectLogged(
-            SqlFragment(QStringLiteral("SELECT rowid FROM callinglist WHERE rowid = ? AND profile = ?"),
-                        {qint64(rowid), profile}),
-            "calls delete");
-        if (rows.isEmpty())
-            unknown.append(rowid);
-    }
-    if (!unknown.isEmpty()) {
-        QStringList ids;
-        for (qint64 id : unknown)
-            ids.append(QString::number(id));
-        throw CliError(
-            1, QStringLiteral("no call with row id %1 in this location").arg(ids.join(QStringLiteral(", "))));
-    }
+    // Only calls of this location: a row id of another location is refused, and then nothing
+    // is deleted.
+    QList<qint64> wanted;
     for (long long rowid : m_rowids)
-        if (!calls.deleteItemFromCallingListwithID(rowid))
-            throw CliError(1, QStringLiteral("call %1 could not be deleted").arg(rowid));
-    calls.refreshCallsCounterForProfile(profile);
+        wanted.append(rowid);
+    const QList<qint64> known = calls.callsOfProfile(profile, wanted);
+    QStringList unknown;
+    for (qint64 rowid : wanted)
+        if (!known.contains(rowid))
+            unknown.append(QString::number(rowid));
+    if (!unknown.isEmpty())
+        throw CliError(1, QStringLiteral("no call with row id %1 in this location").arg(unknown.join(QStringLiteral(", "))));
+    if (calls.deleteCallsForProfile(profile, wanted) < 0)
+        throw CliError(1, QStringLiteral("the calls could not be deleted: the call database refused it"));
     if (ctx.json)
         ctx.printJson(QVariantMap{{QStringLiteral("deleted"), int(m_rowids.size())}});
     else

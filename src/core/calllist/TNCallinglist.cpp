@@ -382,6 +382,21 @@ int TNCallinglist::deleteCallsForProfile(int profile, const QList<qint64>& rowid
     return deleted;
 }
 
+QList<qint64> TNCallinglist::callsOfProfile(int profile, const QList<qint64>& rowids) const
+{
+    QList<qint64> found;
+    if (profile <= 0)
+        return found;
+    for (qint64 rowid : rowids) {
+        const auto rows = m_db.selectLogged(
+            SqlFragment(QStringLiteral("SELECT rowid FROM callinglist WHERE rowid = ? AND profile = ?"), {rowid, profile}),
+            "callsOfProfile");
+        if (!rows.isEmpty())
+            found.append(rowid);
+    }
+    return found;
+}
+
 bool TNCallinglist::deleteItemFromCallingListwithColumn(const QString& column, const QVariant& value)
 {
     static const QStringList columns = {QStringLiteral("profile"),   QStringLiteral("callstate"),

@@ -128,6 +128,8 @@ public:
     // marker rows stay), refreshes the counters and posts "REFRESHLATESTCALLSMENU". The number
     // of calls deleted, -1 when the database refused.
     int deleteCallsForProfile(int profile, const QList<qint64>& rowids);
+    // The rowids of the list that are calls of the profile (not marker rows, not other profiles).
+    QList<qint64> callsOfProfile(int profile, const QList<qint64>& rowids) const;
     // column: one of the callinglist columns; others are refused.
     bool deleteItemFromCallingListwithColumn(const QString& column, const QVariant& value);
     bool deleteItemFromCallerwithID(qint64 rowid);
