@@ -751,6 +751,57 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     </message>
 </context>
 <context>
+    <name>TrayArguments</name>
+    <message>
+        <source>Tondrel sits in the tray, shows who is calling and controls your FRITZ!Box.
+A second start hands its requests to the running Tondrel.</source>
+        <translation>Tondrel sitzt im Infobereich, zeigt, wer anruft, und steuert Ihre FRITZ!Box.
+Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translation>
+    </message>
+    <message>
+        <source>Show this help and exit.</source>
+        <translation>Diese Hilfe zeigen und beenden.</translation>
+    </message>
+    <message>
+        <source>Show the version and exit.</source>
+        <translation>Die Version zeigen und beenden.</translation>
+    </message>
+    <message>
+        <source>Open the new-call window.</source>
+        <translation>Das Fenster für einen neuen Anruf öffnen.</translation>
+    </message>
+    <message>
+        <source>Open the call list.</source>
+        <translation>Die Anrufliste öffnen.</translation>
+    </message>
+    <message>
+        <source>Settings folder (default ~/.config/Tondrel).</source>
+        <translation>Ordner der Einstellungen (Standard ~/.config/Tondrel).</translation>
+    </message>
+    <message>
+        <source>Data folder with the call database (default ~/.local/share/Tondrel).</source>
+        <translation>Datenordner mit der Anrufdatenbank (Standard ~/.local/share/Tondrel).</translation>
+    </message>
+    <message>
+        <source>Where passwords are kept: keyring (default) or file.</source>
+        <translation>Wo Kennwörter liegen: keyring (Schlüsselbund, Standard) oder file (Datei).</translation>
+    </message>
+    <message>
+        <source>A tel:, callto: or dial: link: opens the new-call window with its number.</source>
+        <translation>Ein tel:-, callto:- oder dial:-Link: öffnet das Fenster für einen neuen Anruf mit seiner Nummer.</translation>
+    </message>
+    <message>
+        <source>Try 'tondrel --help'.</source>
+        <translation>Siehe 'tondrel --help'.</translation>
+    </message>
+    <message>
+        <source>--secrets is keyring or file, not %1.
+</source>
+        <translation>--secrets ist keyring oder file, nicht %1.
+</translation>
+    </message>
+</context>
+<context>
     <name>TrayMenu</name>
     <message>
         <source>Call monitor window</source>

@@ -2,12 +2,32 @@
 #include "app/Localization.h"
 #include "SingleInstance.h"
 #include "TrayApplication.h"
+#include "TrayArguments.h"
 
 #include <QApplication>
 #include <QMessageBox>
 
+#include <cstdio>
+
+namespace {
+// Help, version and bad options need no display: read before the windowing system is opened.
+TrayArguments readArguments(int argc, char** argv)
+{
+    QCoreApplication probe(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(TONDREL_VERSION));
+    Localization::install(QLocale::system(), QStringLiteral("tondrel_gui"));
+    return TrayArguments::parse(QCoreApplication::arguments().mid(1));
+}
+} // namespace
+
 int main(int argc, char** argv)
 {
+    const TrayArguments args = readArguments(argc, argv);
+    if (args.exitNow) {
+        std::fputs(qPrintable(args.message), args.ok ? stdout : stderr);
+        return args.exitCode;
+    }
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tondrel"));
     QApplication::setApplicationVersion(QStringLiteral(TONDREL_VERSION));
@@ -15,14 +35,14 @@ int main(int argc, char** argv)
     Localization::install();
     Localization::install(QLocale::system(), QStringLiteral("tondrel_gui"));
 
-    const AppPaths paths = AppPaths::resolve();
+    const AppPaths paths = AppPaths::resolve(args.configDir, args.dataDir);
     SingleInstance instance(SingleInstance::nameForConfigDir(paths.configDir));
     if (!instance.claim()) {
         // Already running: hand over what we were asked to do.
-        return instance.forward(QApplication::arguments().mid(1)) ? 0 : 1;
+        return instance.forward(args.requests) ? 0 : 1;
     }
 
-    AppEnvironment env(paths, qEnvironmentVariable("TONDREL_SECRETS"));
+    AppEnvironment env(paths, args.secrets.isEmpty() ? qEnvironmentVariable("TONDREL_SECRETS") : args.secrets);
     QString error;
     if (!env.open(false, &error)) {
         if (!env.settingsCorrupt()) {
@@ -39,6 +59,6 @@ int main(int argc, char** argv)
     TrayApplication::installAlertPresenter();
     TrayApplication tray(env, TrayApplication::routerOptions(env));
     QObject::connect(&instance, &SingleInstance::argumentsReceived, &tray, &TrayApplication::handleArguments);
-    tray.start(QApplication::arguments().mid(1));
+    tray.start(args.requests);
     return app.exec();
 }
