@@ -261,14 +261,6 @@
         <translation>Anruf:</translation>
     </message>
     <message>
-        <source>Subject:</source>
-        <translation>Betreff:</translation>
-    </message>
-    <message>
-        <source>Note:</source>
-        <translation>Notiz:</translation>
-    </message>
-    <message>
         <source>The memo could not be saved: the call database refused it.</source>
         <translation>Die Notiz konnte nicht gespeichert werden: Die Anrufdatenbank hat sie abgelehnt.</translation>
     </message>
@@ -553,16 +545,19 @@
         <translation>unterdrückte Nummer</translation>
     </message>
     <message>
+        <source>The memo could not be saved: the call is no longer listed or the call database refused it.</source>
+        <translation>Die Notiz konnte nicht gespeichert werden: Der Anruf ist nicht mehr in der Liste oder die Anrufdatenbank hat sie abgelehnt.</translation>
+    </message>
+</context>
+<context>
+    <name>MemoForm</name>
+    <message>
         <source>Subject:</source>
         <translation>Betreff:</translation>
     </message>
     <message>
         <source>Note:</source>
         <translation>Notiz:</translation>
-    </message>
-    <message>
-        <source>The memo could not be saved: the call is no longer listed or the call database refused it.</source>
-        <translation>Die Notiz konnte nicht gespeichert werden: Der Anruf ist nicht mehr in der Liste oder die Anrufdatenbank hat sie abgelehnt.</translation>
     </message>
 </context>
 <context>
