@@ -8,6 +8,7 @@
 #include "TNStatusMenu.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
 
 #include "app/AppEnvironment.h"
@@ -102,6 +103,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
+    connect(m_menu.get(), &TrayMenu::openSettings, this, &TrayApplication::openSettings);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -120,6 +122,7 @@ TrayApplication::~TrayApplication()
 {
     JournalLoading::setBadgeHandler({});
     delete m_setupWizard;
+    delete m_settingsWindow;
     // Windows and menus observe the listener: they go before it.
     m_dialWindow.reset();
     m_monitorWindow.reset();
@@ -230,6 +233,22 @@ void TrayApplication::openSetupAssistant()
     m_setupWizard->show();
     m_setupWizard->raise();
     m_setupWizard->activateWindow();
+}
+
+SettingsWindow* TrayApplication::settingsWindow() const
+{
+    return m_settingsWindow.data();
+}
+
+void TrayApplication::openSettings()
+{
+    if (!m_settingsWindow) {
+        m_settingsWindow = new SettingsWindow(m_env.manager());
+        m_settingsWindow->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->activateWindow();
 }
 
 void TrayApplication::updateBadge()

@@ -11,6 +11,7 @@
 class AppEnvironment;
 class CallMonitorWindow;
 class NotificationPresenter;
+class SettingsWindow;
 class SetupWizard;
 class TNStatusMenu;
 class TrayCallMonitor;
@@ -65,6 +66,9 @@ public:
     // The setup assistant; one window at a time.
     void openSetupAssistant();
     SetupWizard* setupWizard() const;
+    // The settings window; one at a time.
+    void openSettings();
+    SettingsWindow* settingsWindow() const;
 
 private:
     void updateBadge();
@@ -78,4 +82,5 @@ private:
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;
     QPointer<SetupWizard> m_setupWizard;
+    QPointer<SettingsWindow> m_settingsWindow;
 };

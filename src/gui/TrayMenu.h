@@ -40,6 +40,7 @@ public:
     QAction* monitorWindowItem() const { return m_monitorWindow; }
     QAction* newCallItem() const { return m_newCall; }
     QAction* setupItem() const { return m_setup; }
+    QAction* settingsItem() const { return m_settings; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -54,6 +55,7 @@ signals:
     void openCallMonitor();
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
+    void openSettings();
     void quitRequested();
 
 private:
@@ -71,6 +73,7 @@ private:
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;
     QAction* m_setup = nullptr;
+    QAction* m_settings = nullptr;
     ExtensionsMenu* m_extensions = nullptr;
     LatestCallsMenu* m_latest = nullptr;
     LocationsMenu* m_locations = nullptr;

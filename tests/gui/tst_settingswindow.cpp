@@ -3,6 +3,8 @@
 // input writes nothing, locations come and go as the manager does it.
 #include "GuiFixture.h"
 
+#include "TrayApplication.h"
+#include "TrayMenu.h"
 #include "app/NotificationCenter.h"
 #include "app/NotificationNames.h"
 #include "app/SettingsKeys.h"
@@ -198,6 +200,7 @@ private slots:
     void editsOfSeveralLocations();
     void addingAndRemovingLocations();
     void blockedLoginsShowInStatusLine();
+    void trayOpensOneSettingsWindow();
 };
 
 void TestSettingsWindow::checks_data()
@@ -675,6 +678,32 @@ void TestSettingsWindow::blockedLoginsShowInStatusLine()
                                              {{u"BlockTime"_s, u"32"_s}});
     QVERIFY(!window.statusLine()->isHidden());
     QVERIFY2(window.statusLine()->text().contains(u"32"_s), qPrintable(window.statusLine()->text()));
+}
+
+void TestSettingsWindow::trayOpensOneSettingsWindow()
+{
+    GuiEnv env;
+    QVERIFY(openTwoLocations(env));
+    RecordingPresenter presenter;
+    TrayApplication::Options options;
+    options.presenter = &presenter;
+    options.headless = true;
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    QVERIFY(!tray.settingsWindow());
+    tray.menu().settingsItem()->trigger();
+    QPointer<SettingsWindow> first = tray.settingsWindow();
+    QVERIFY(first && first->isVisible());
+    QCOMPARE(first->shownUID(), kHome);
+    tray.menu().settingsItem()->trigger();
+    QCOMPARE(tray.settingsWindow(), first.data());
+
+    // Saved settings reach the running program: the call monitor switch in the menu follows.
+    QVERIFY(!tray.menu().callMonitorItem()->isChecked());
+    edit(*first, u"callMonitor"_s, true);
+    QVERIFY(first->save());
+    QTRY_VERIFY(tray.menu().callMonitorItem()->isChecked());
+    QTRY_VERIFY(!first);
 }
 
 QTEST_MAIN(TestSettingsWindow)
