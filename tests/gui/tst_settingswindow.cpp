@@ -585,6 +585,7 @@ void TestSettingsWindow::editsOfSeveralLocations()
     QCOMPARE(window.routerPage()->nameField()->text(), u"Branch"_s);
     window.selectLocation(kHome);
     QCOMPARE(window.shownUID(), kHome);
+    QVERIFY(window.statusLine()->isHidden()); // the request to correct is taken back
     QCOMPARE(window.routerPage()->hostField()->text(), u"home.example"_s);
     QVERIFY(window.save());
 

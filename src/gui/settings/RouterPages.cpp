@@ -53,10 +53,10 @@ RouterSettingsPage::RouterSettingsPage(QWidget* parent) : LocationPage(parent)
     m_user->setPlaceholderText(tr("none (password only)"));
     addField(form, tr("User name:"), m_user);
     m_password = newPasswordField();
-    auto* note = addField(form, tr("Password:"), m_password);
-    // Not an error: where the password goes.
-    note->setStyleSheet(QString());
-    showMessage(note, tr("Kept in the desktop's password store, not in the settings file."));
+    addField(form, tr("Password:"), m_password);
+    auto* note = new QLabel(tr("Kept in the desktop's password store, not in the settings file."));
+    note->setWordWrap(true);
+    form->addRow(QString(), note);
     m_tr064Port = newPortField();
     m_tr064PortMessage = addField(form, tr("TR-064 port:"), m_tr064Port);
     m_monitorPort = newPortField();

@@ -84,6 +84,8 @@ void SettingsWindow::buildLayout()
     left->addWidget(m_makeCurrent);
 
     m_tabs = new QTabWidget;
+    // Every tab visible: the window grows instead.
+    m_tabs->setUsesScrollButtons(false);
     m_router = new RouterSettingsPage;
     m_telephony = new TelephonySettingsPage;
     m_monitor = new MonitorSettingsPage;
@@ -222,9 +224,11 @@ bool SettingsWindow::leaveLocation()
         if (!page->validate()) {
             m_tabs->setCurrentWidget(page);
             setStatus(tr("Please correct the marked fields."), true);
+            m_correcting = true;
             return false;
         }
     }
+    clearCorrectionRequest();
     TNPreferences& copy = *working(m_shownUID).copy;
     for (LocationPage* page : m_locationPages)
         page->store(copy);
@@ -266,9 +270,17 @@ void SettingsWindow::nameEdited(const QString& name)
 
 void SettingsWindow::setStatus(const QString& text, bool problem)
 {
+    m_correcting = false;
     m_status->setText(text);
     m_status->setStyleSheet(problem ? QStringLiteral("color: #c0392b;") : QString());
     m_status->setHidden(text.isEmpty());
+}
+
+void SettingsWindow::clearCorrectionRequest()
+{
+    if (m_correcting)
+        setStatus(QString(), false);
+    m_correcting = false;
 }
 
 void SettingsWindow::addLocation()
@@ -375,9 +387,11 @@ bool SettingsWindow::save()
         if (!page->validate()) {
             m_tabs->setCurrentWidget(page);
             setStatus(tr("Please correct the marked fields."), true);
+            m_correcting = true;
             return false;
         }
     }
+    clearCorrectionRequest();
 
     bool ok = true;
     bool locationsChanged = false;

@@ -91,6 +91,8 @@ private:
     Working& working(const QString& uid);
     QListWidgetItem* itemFor(const QString& uid) const;
     void setStatus(const QString& text, bool problem);
+    // Takes back "correct the marked fields" once they are.
+    void clearCorrectionRequest();
     // Writes one location's changes; false with the reason in the status line.
     bool saveLocation(const QString& uid, Working& w, QStringList* changedKeys, bool* passwordsChanged);
 
@@ -118,4 +120,5 @@ private:
     QString m_shownUID;
     QString m_chosenCurrent;
     bool m_switching = false;
+    bool m_correcting = false;
 };

@@ -138,7 +138,8 @@ void TelephonySettingsPage::load(const TNPreferences& prefs)
     }
     // A port the list does not know stays what it is.
     if (m_dialPort->findData(prefs.dialPortInt) < 0)
-        m_dialPort->addItem(tr("Port %1").arg(prefs.dialPortInt), prefs.dialPortInt);
+        m_dialPort->addItem(prefs.dialPortInt == 0 ? tr("Not chosen") : tr("Port %1").arg(prefs.dialPortInt),
+                            prefs.dialPortInt);
     m_dialPort->setCurrentIndex(m_dialPort->findData(prefs.dialPortInt));
 
     m_loadedLines = prefs.lines;
