@@ -80,6 +80,37 @@
     </message>
 </context>
 <context>
+    <name>CallListSettingsPage</name>
+    <message>
+        <source>Import the router's call list after every call</source>
+        <translation>Die Anrufliste der FRITZ!Box nach jedem Anruf importieren</translation>
+    </message>
+    <message>
+        <source>Import the call list when Tondrel starts</source>
+        <translation>Die Anrufliste beim Start von Tondrel importieren</translation>
+    </message>
+    <message>
+        <source> days</source>
+        <translation> Tage</translation>
+    </message>
+    <message>
+        <source>never</source>
+        <translation>nie</translation>
+    </message>
+    <message>
+        <source>Delete calls older than:</source>
+        <translation>Anrufe löschen, die älter sind als:</translation>
+    </message>
+    <message>
+        <source>Date format:</source>
+        <translation>Datumsformat:</translation>
+    </message>
+    <message>
+        <source>Example: %1</source>
+        <translation>Beispiel: %1</translation>
+    </message>
+</context>
+<context>
     <name>CallListWindow</name>
     <message>
         <source>Search calls</source>
@@ -478,6 +509,111 @@
     </message>
 </context>
 <context>
+    <name>FtpSettingsPage</name>
+    <message>
+        <source>Voicemail messages and faxes are fetched from the router's storage over FTP.</source>
+        <translation>Nachrichten des Anrufbeantworters und Faxe werden per FTP vom Speicher der FRITZ!Box geholt.</translation>
+    </message>
+    <message>
+        <source>FTP user:</source>
+        <translation>FTP-Benutzer:</translation>
+    </message>
+    <message>
+        <source>FTP password:</source>
+        <translation>FTP-Kennwort:</translation>
+    </message>
+    <message>
+        <source>FTP port:</source>
+        <translation>FTP-Port:</translation>
+    </message>
+    <message>
+        <source>Encrypt the connection (FTP over TLS)</source>
+        <translation>Verbindung verschlüsseln (FTP über TLS)</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralSettingsPage</name>
+    <message>
+        <source>a vCard file (.vcf)</source>
+        <translation>eine vCard-Datei (.vcf)</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Auswählen…</translation>
+    </message>
+    <message>
+        <source>Address book:</source>
+        <translation>Adressbuch:</translation>
+    </message>
+    <message>
+        <source>System tray only</source>
+        <translation>Nur im Infobereich</translation>
+    </message>
+    <message>
+        <source>Taskbar only</source>
+        <translation>Nur in der Taskleiste</translation>
+    </message>
+    <message>
+        <source>System tray and taskbar</source>
+        <translation>Im Infobereich und in der Taskleiste</translation>
+    </message>
+    <message>
+        <source>Show Tondrel in:</source>
+        <translation>Tondrel zeigen:</translation>
+    </message>
+    <message>
+        <source>Open the call list window at start</source>
+        <translation>Beim Start die Anrufliste öffnen</translation>
+    </message>
+    <message>
+        <source>Keep the call monitor window above other windows</source>
+        <translation>Das Anrufmonitor-Fenster über anderen Fenstern halten</translation>
+    </message>
+    <message>
+        <source>Update the online directories for caller lookup at start</source>
+        <translation>Beim Start die Online-Verzeichnisse für die Rückwärtssuche aktualisieren</translation>
+    </message>
+    <message>
+        <source>Internet traffic:</source>
+        <translation>Internetverkehr:</translation>
+    </message>
+    <message>
+        <source>Show the traffic in the tray</source>
+        <translation>Den Verkehr im Infobereich zeigen</translation>
+    </message>
+    <message>
+        <source>as figures</source>
+        <translation>als Zahlen</translation>
+    </message>
+    <message>
+        <source>as a graph</source>
+        <translation>als Grafik</translation>
+    </message>
+    <message>
+        <source>Open the traffic window at start</source>
+        <translation>Beim Start den Onlinemonitor öffnen</translation>
+    </message>
+    <message>
+        <source>Choose the address book</source>
+        <translation>Adressbuch auswählen</translation>
+    </message>
+    <message>
+        <source>vCard files (*.vcf);;All files (*)</source>
+        <translation>vCard-Dateien (*.vcf);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>There is no file %1.</source>
+        <translation>Die Datei %1 gibt es nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>GlobalPage</name>
+    <message>
+        <source>These settings apply to all locations.</source>
+        <translation>Diese Einstellungen gelten für alle Standorte.</translation>
+    </message>
+</context>
+<context>
     <name>LatestCallsMenu</name>
     <message>
         <source>Latest calls</source>
@@ -561,6 +697,33 @@
     </message>
 </context>
 <context>
+    <name>MonitorSettingsPage</name>
+    <message>
+        <source>Watch calls through the router's call monitor</source>
+        <translation>Anrufe über den Anrufmonitor der FRITZ!Box verfolgen</translation>
+    </message>
+    <message>
+        <source>Show a desktop notification for each call</source>
+        <translation>Für jeden Anruf eine Desktop-Benachrichtigung zeigen</translation>
+    </message>
+    <message>
+        <source>Offer call options in the call monitor window</source>
+        <translation>Anrufoptionen im Anrufmonitor-Fenster anbieten</translation>
+    </message>
+    <message>
+        <source>Close the call monitor window when the call has ended</source>
+        <translation>Das Anrufmonitor-Fenster schließen, wenn der Anruf beendet ist</translation>
+    </message>
+    <message>
+        <source>Look up unknown callers in online directories</source>
+        <translation>Unbekannte Anrufer in Online-Verzeichnissen suchen</translation>
+    </message>
+    <message>
+        <source>Without any notification the call monitor window opens for each call.</source>
+        <translation>Ohne Benachrichtigung öffnet sich für jeden Anruf das Anrufmonitor-Fenster.</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>%1
@@ -630,6 +793,53 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     </message>
 </context>
 <context>
+    <name>RemoteSettingsPage</name>
+    <message>
+        <source>Reach the router from outside over HTTPS</source>
+        <translation>Die FRITZ!Box von unterwegs über HTTPS erreichen</translation>
+    </message>
+    <message>
+        <source>e.g. myname.myfritz.net</source>
+        <translation>z. B. meinname.myfritz.net</translation>
+    </message>
+    <message>
+        <source>Remote host:</source>
+        <translation>Adresse für den Fernzugang:</translation>
+    </message>
+    <message>
+        <source>HTTPS port:</source>
+        <translation>HTTPS-Port:</translation>
+    </message>
+    <message>
+        <source>Remote user:</source>
+        <translation>Benutzer für den Fernzugang:</translation>
+    </message>
+    <message>
+        <source>Remote password:</source>
+        <translation>Kennwort für den Fernzugang:</translation>
+    </message>
+    <message>
+        <source>Certificate:</source>
+        <translation>Zertifikat:</translation>
+    </message>
+    <message>
+        <source>Tondrel remembers the router's certificate the first time it connects from outside and refuses a different one afterwards, so nobody can pose as your router. If the router really got a new certificate (after a reset or a firmware update), forget the stored one: the next connection remembers the new certificate.</source>
+        <translation>Tondrel merkt sich das Zertifikat der FRITZ!Box bei der ersten Verbindung von unterwegs und lehnt danach ein anderes ab, damit sich niemand als Ihre FRITZ!Box ausgeben kann. Hat die FRITZ!Box wirklich ein neues Zertifikat (nach einem Zurücksetzen oder einem Firmware-Update), vergessen Sie das gespeicherte: Die nächste Verbindung merkt sich das neue Zertifikat.</translation>
+    </message>
+    <message>
+        <source>Forget the stored certificate</source>
+        <translation>Gespeichertes Zertifikat vergessen</translation>
+    </message>
+    <message>
+        <source>None stored; the next connection stores it.</source>
+        <translation>Keines gespeichert; die nächste Verbindung speichert es.</translation>
+    </message>
+    <message>
+        <source>Stored: %1</source>
+        <translation>Gespeichert: %1</translation>
+    </message>
+</context>
+<context>
     <name>RouterChoicePage</name>
     <message>
         <source>Router</source>
@@ -661,10 +871,159 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     </message>
 </context>
 <context>
+    <name>RouterSettingsPage</name>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Host name or address:</source>
+        <translation>Hostname oder Adresse:</translation>
+    </message>
+    <message>
+        <source>Web interface port:</source>
+        <translation>Port der Benutzeroberfläche:</translation>
+    </message>
+    <message>
+        <source>none (password only)</source>
+        <translation>keiner (nur Kennwort)</translation>
+    </message>
+    <message>
+        <source>User name:</source>
+        <translation>Benutzername:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Kennwort:</translation>
+    </message>
+    <message>
+        <source>Kept in the desktop's password store, not in the settings file.</source>
+        <translation>Wird in der Kennwortverwaltung des Desktops aufbewahrt, nicht in der Einstellungsdatei.</translation>
+    </message>
+    <message>
+        <source>TR-064 port:</source>
+        <translation>TR-064-Port:</translation>
+    </message>
+    <message>
+        <source>Call monitor port:</source>
+        <translation>Port des Anrufmonitors:</translation>
+    </message>
+</context>
+<context>
     <name>SavePage</name>
     <message>
         <source>“%1” on %2</source>
         <translation>„%1“ auf %2</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsForm</name>
+    <message>
+        <source>Enter a port number from 1 to 65535.</source>
+        <translation>Geben Sie eine Portnummer von 1 bis 65535 ein.</translation>
+    </message>
+    <message>
+        <source>Enter the router's host name or address.</source>
+        <translation>Geben Sie den Hostnamen oder die Adresse der FRITZ!Box ein.</translation>
+    </message>
+    <message>
+        <source>Enter only the host name or address, without blanks, scheme or path.</source>
+        <translation>Geben Sie nur den Hostnamen oder die Adresse ein, ohne Leerzeichen, Schema oder Pfad.</translation>
+    </message>
+    <message>
+        <source>Only digits, without + or blanks.</source>
+        <translation>Nur Ziffern, ohne + und Leerzeichen.</translation>
+    </message>
+    <message>
+        <source>Enter a date pattern such as dd.MM.yyyy HH:mm.</source>
+        <translation>Geben Sie ein Datumsmuster wie dd.MM.yyyy HH:mm ein.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWindow</name>
+    <message>
+        <source>Tondrel Settings</source>
+        <translation>Tondrel-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Locations:</source>
+        <translation>Standorte:</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation>Entfernen…</translation>
+    </message>
+    <message>
+        <source>Make current</source>
+        <translation>Als aktuellen wählen</translation>
+    </message>
+    <message>
+        <source>The current location (in bold) is the router Tondrel works with.</source>
+        <translation>Der aktuelle Standort (fett) ist die FRITZ!Box, mit der Tondrel arbeitet.</translation>
+    </message>
+    <message>
+        <source>Router</source>
+        <translation>FRITZ!Box</translation>
+    </message>
+    <message>
+        <source>Telephony</source>
+        <translation>Telefonie</translation>
+    </message>
+    <message>
+        <source>Call monitor</source>
+        <translation>Anrufmonitor</translation>
+    </message>
+    <message>
+        <source>Remote access</source>
+        <translation>Fernzugang</translation>
+    </message>
+    <message>
+        <source>Voicemail and fax</source>
+        <translation>Anrufbeantworter und Fax</translation>
+    </message>
+    <message>
+        <source>Call list</source>
+        <translation>Anrufliste</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Please correct the marked fields.</source>
+        <translation>Bitte korrigieren Sie die markierten Felder.</translation>
+    </message>
+    <message>
+        <source>Location added. Enter its router's details and save.</source>
+        <translation>Standort hinzugefügt. Geben Sie die Daten seiner FRITZ!Box ein und speichern Sie.</translation>
+    </message>
+    <message>
+        <source>Remove location</source>
+        <translation>Standort entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the location "%1"? Its passwords and its calls in the call list are deleted as well. This cannot be undone.</source>
+        <translation>Den Standort „%1“ entfernen? Seine Kennwörter und seine Anrufe in der Anrufliste werden ebenfalls gelöscht. Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>Location "%1" removed.</source>
+        <translation>Standort „%1“ entfernt.</translation>
+    </message>
+    <message>
+        <source>The settings of "%1" could not be written.</source>
+        <translation>Die Einstellungen von „%1“ konnten nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The passwords of "%1" could not be stored: %2</source>
+        <translation>Die Kennwörter von „%1“ konnten nicht gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>The settings file could not be written.</source>
+        <translation>Die Einstellungsdatei konnte nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
@@ -690,6 +1049,77 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     <message>
         <source>max %1 kbit/s</source>
         <translation>max. %1 kbit/s</translation>
+    </message>
+</context>
+<context>
+    <name>TelephonySettingsPage</name>
+    <message>
+        <source>International prefix</source>
+        <translation>Internationale Vorwahl</translation>
+    </message>
+    <message>
+        <source>Country code</source>
+        <translation>Landesvorwahl</translation>
+    </message>
+    <message>
+        <source>Trunk prefix</source>
+        <translation>Verkehrsausscheidungsziffer</translation>
+    </message>
+    <message>
+        <source>Area code</source>
+        <translation>Ortsvorwahl</translation>
+    </message>
+    <message>
+        <source>Dialling context:</source>
+        <translation>Vorwahlen:</translation>
+    </message>
+    <message>
+        <source>Dial from:</source>
+        <translation>Wählen von:</translation>
+    </message>
+    <message>
+        <source>Ask before dialling</source>
+        <translation>Vor dem Wählen fragen</translation>
+    </message>
+    <message>
+        <source>Withhold my number on outgoing calls</source>
+        <translation>Meine Rufnummer bei ausgehenden Anrufen unterdrücken</translation>
+    </message>
+    <message>
+        <source>Telephones (shown ones appear in the menu and the dial window):</source>
+        <translation>Telefone (gezeigte erscheinen im Menü und im Wählfenster):</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Own numbers:</source>
+        <translation>Eigene Rufnummern:</translation>
+    </message>
+    <message>
+        <source>Hide in call monitor</source>
+        <translation>Im Anrufmonitor ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide in call list</source>
+        <translation>In der Anrufliste ausblenden</translation>
+    </message>
+    <message>
+        <source>Not chosen</source>
+        <translation>Nicht gewählt</translation>
+    </message>
+    <message>
+        <source>Port %1</source>
+        <translation>Port %1</translation>
     </message>
 </context>
 <context>
@@ -833,6 +1263,10 @@ Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translatio
     <message>
         <source>Call list</source>
         <translation>Anrufliste</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Einstellungen…</translation>
     </message>
 </context>
 </TS>

@@ -9,6 +9,7 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
+#include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TNTrafficChart.h"
 #include "traffic/TrafficWindow.h"
@@ -115,6 +116,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
     connect(m_menu.get(), &TrayMenu::openTrafficMonitor, this, &TrayApplication::openTrafficWindow);
     connect(m_menu.get(), &TrayMenu::openCallList, this, &TrayApplication::openCallList);
+    connect(m_menu.get(), &TrayMenu::openSettings, this, &TrayApplication::openSettings);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -137,6 +139,7 @@ TrayApplication::~TrayApplication()
 {
     JournalLoading::setBadgeHandler({});
     delete m_setupWizard;
+    delete m_settingsWindow;
     // Windows and menus observe the listener: they go before it.
     m_callListWindow.reset();
     m_trafficWindow.reset();
@@ -321,6 +324,22 @@ void TrayApplication::showTraffic(const QVariantMap& record)
                                           : TrafficFigures::colorFor(QStringLiteral("ds_internet"), &settings);
         m_status->setTrafficIcon(TNTrafficChart::trayIcon(figures, color));
     }
+}
+
+SettingsWindow* TrayApplication::settingsWindow() const
+{
+    return m_settingsWindow.data();
+}
+
+void TrayApplication::openSettings()
+{
+    if (!m_settingsWindow) {
+        m_settingsWindow = new SettingsWindow(m_env.manager());
+        m_settingsWindow->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->activateWindow();
 }
 
 void TrayApplication::updateBadge()

@@ -12,6 +12,7 @@ class AppEnvironment;
 class CallListWindow;
 class CallMonitorWindow;
 class NotificationPresenter;
+class SettingsWindow;
 class SetupWizard;
 class TrafficSampler;
 class TrafficWindow;
@@ -77,6 +78,9 @@ public:
     void openTrafficWindow();
     TrafficWindow& trafficWindow();
     TrafficSampler& trafficSampler() { return *m_traffic; }
+    // The settings window; one at a time.
+    void openSettings();
+    SettingsWindow* settingsWindow() const;
 
 private:
     void updateBadge();
@@ -95,4 +99,5 @@ private:
     std::unique_ptr<TrafficSampler> m_traffic;
     std::unique_ptr<TrafficWindow> m_trafficWindow;
     std::unique_ptr<CallListWindow> m_callListWindow;
+    QPointer<SettingsWindow> m_settingsWindow;
 };

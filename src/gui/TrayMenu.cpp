@@ -68,6 +68,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
 
     m_setup = m_menu.addAction(tr("Set up a router…"));
     connect(m_setup, &QAction::triggered, this, &TrayMenu::setupRouter);
+    m_settings = m_menu.addAction(tr("Settings…"));
+    connect(m_settings, &QAction::triggered, this, &TrayMenu::openSettings);
 
     m_menu.addSeparator();
     QAction* quit = m_menu.addAction(tr("Quit Tondrel"));

@@ -42,6 +42,7 @@ public:
     QAction* setupItem() const { return m_setup; }
     QAction* trafficItem() const { return m_traffic; }
     QAction* callListItem() const { return m_callList; }
+    QAction* settingsItem() const { return m_settings; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -58,6 +59,7 @@ signals:
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
     void openTrafficMonitor();
+    void openSettings();
     void quitRequested();
 
 private:
@@ -77,6 +79,7 @@ private:
     QAction* m_remote = nullptr;
     QAction* m_setup = nullptr;
     QAction* m_traffic = nullptr;
+    QAction* m_settings = nullptr;
     ExtensionsMenu* m_extensions = nullptr;
     LatestCallsMenu* m_latest = nullptr;
     LocationsMenu* m_locations = nullptr;

@@ -75,6 +75,9 @@ private slots:
     void passwordsStayOutOfTheSettingsFile();
     void defaultsHelpers();
     void runtimeFieldsResetOnLoad();
+    void savingSeveralKeys_data();
+    void savingSeveralKeys();
+    void storingPasswordsAlone();
 };
 
 void TestPreferences::missingKeys_data()
@@ -405,6 +408,70 @@ void TestPreferences::runtimeFieldsResetOnLoad()
     QCOMPARE(prefs->DECTStatus, 4);
     QCOMPARE(prefs->loginError, false);
     QVERIFY(!f.storedLocation(uid).contains(QStringLiteral("sessionID")));
+}
+
+void TestPreferences::savingSeveralKeys_data()
+{
+    QTest::addColumn<bool>("knownLocation");
+    QTest::addColumn<QVariantMap>("values");
+    QTest::newRow("two keys") << true
+                              << QVariantMap{{keys::Host, QStringLiteral("box.example")}, {keys::WebPort, 8080}};
+    QTest::newRow("a key the location did not have") << true << QVariantMap{{keys::FaxID, QStringLiteral("+49 30 1")}};
+    QTest::newRow("nothing") << true << QVariantMap();
+    QTest::newRow("unknown location") << false << QVariantMap{{keys::Host, QStringLiteral("box.example")}};
+}
+
+void TestPreferences::savingSeveralKeys()
+{
+    QFETCH(bool, knownLocation);
+    QFETCH(QVariantMap, values);
+    Fixture f;
+    auto& mgr = f.start();
+    const QString other = mgr.addNewLocation();
+    const QString uid = mgr.addNewLocation();
+    // Written by someone else after the location was loaded: must survive.
+    mgr.saveLocationValue(false, keys::CallMonitor, uid);
+    const QVariantMap before = f.storedLocation(uid);
+    const QVariantMap otherBefore = f.storedLocation(other);
+    const QString target = knownLocation ? uid : QStringLiteral("NO-SUCH-UID");
+
+    QCOMPARE(mgr.saveLocationValues(values, target), knownLocation);
+
+    QVariantMap expected = before;
+    if (knownLocation)
+        for (auto it = values.cbegin(); it != values.cend(); ++it)
+            expected.insert(it.key(), it.value());
+    const QVariantMap after = f.storedLocation(uid);
+    QCOMPARE(after.keys(), expected.keys());
+    for (const QString& key : expected.keys())
+        QVERIFY2(after.value(key) == expected.value(key), qPrintable(key));
+    QCOMPARE(f.storedLocation(other), otherBefore);
+    QVERIFY(!f.storedLocation(QStringLiteral("NO-SUCH-UID")).contains(keys::Host));
+}
+
+void TestPreferences::storingPasswordsAlone()
+{
+    Fixture f;
+    auto& mgr = f.start();
+    const QString uid = mgr.addNewLocation();
+    auto prefs = mgr.locationPreferencesForUID(uid);
+    prefs->passWord = QStringLiteral("router-secret");
+    prefs->FTPPassWord = QStringLiteral("ftp-secret");
+    QVERIFY(prefs->storePasswords());
+    QCOMPARE(f.secrets.size(), 2);
+    // An emptied password removes its item; the settings file never sees any.
+    prefs->FTPPassWord.clear();
+    QVERIFY(prefs->storePasswords());
+    QCOMPARE(f.secrets.size(), 1);
+    QVERIFY(!f.secrets.read(SecretStore::keychainServiceForKey(keys::FTPPass, uid), SecretStore::keychainAccountForKey(keys::FTPPass)));
+    QFile file(f.path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!file.readAll().contains("secret"));
+    // The stand-in of an unconfigured program has nowhere to put them.
+    auto dummy = TNPreferences::initWithDummy(f.store, f.secrets);
+    dummy->passWord = QStringLiteral("x");
+    QVERIFY(!dummy->storePasswords());
+    QCOMPARE(f.secrets.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestPreferences)

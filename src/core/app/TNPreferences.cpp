@@ -174,7 +174,14 @@ bool TNPreferences::save()
     locations.insert(uid, dict);
     m_store.setValue(keys::Locations, locations);
     const bool written = m_store.sync();
+    const bool secretsOk = storePasswords();
+    return written && secretsOk;
+}
 
+bool TNPreferences::storePasswords()
+{
+    if (m_dummy || uid.isEmpty())
+        return false;
     const auto storeKey = [&](const QString& key, const QString& secret) {
         const QString service = SecretStore::keychainServiceForKey(key, uid);
         const QString account = SecretStore::keychainAccountForKey(key);
@@ -188,10 +195,10 @@ bool TNPreferences::save()
         }
         return true;
     };
-    bool secretsOk = storeKey(keys::Pass, passWord);
-    secretsOk = storeKey(keys::RemotePass, remotePassWord) && secretsOk;
-    secretsOk = storeKey(keys::FTPPass, FTPPassWord) && secretsOk;
-    return written && secretsOk;
+    bool ok = storeKey(keys::Pass, passWord);
+    ok = storeKey(keys::RemotePass, remotePassWord) && ok;
+    ok = storeKey(keys::FTPPass, FTPPassWord) && ok;
+    return ok;
 }
 
 QString TNPreferences::dump() const

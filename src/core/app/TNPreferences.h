@@ -32,6 +32,9 @@ public:
 
     // Writes every stored key back, sets "SaveDate", then stores the three passwords.
     bool save();
+    // Stores only the three passwords (an empty one removes its item); false when one could not
+    // be written, with keyChainError set.
+    bool storePasswords();
     QString dump() const;
 
     QString currentFTPUser() const { return FTPUsername.isEmpty() ? QStringLiteral("ftpuser") : FTPUsername; }

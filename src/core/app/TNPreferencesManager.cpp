@@ -286,6 +286,19 @@ void TNPreferencesManager::saveLocationValue(const QVariant& value, const QStrin
     m_store.sync();
 }
 
+bool TNPreferencesManager::saveLocationValues(const QVariantMap& values, const QString& uid)
+{
+    QVariantMap locations = m_store.value(keys::Locations).toMap();
+    if (uid.isEmpty() || !locations.contains(uid))
+        return false;
+    QVariantMap dict = locations.value(uid).toMap();
+    for (auto it = values.cbegin(); it != values.cend(); ++it)
+        dict.insert(it.key(), it.value());
+    locations.insert(uid, dict);
+    m_store.setValue(keys::Locations, locations);
+    return m_store.sync();
+}
+
 bool TNPreferencesManager::isConfigured() const
 {
     if (!m_store.contains(keys::Locations) || !m_store.contains(keys::CurrentLocation))

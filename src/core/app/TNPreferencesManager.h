@@ -47,6 +47,9 @@ public:
 
     void saveCurrentLocationValue(const QVariant& value, const QString& key);
     void saveLocationValue(const QVariant& value, const QString& key, const QString& uid);
+    // Several keys of one existing location in one write; the other keys stay as stored.
+    // False for an unknown location or when the file cannot be written.
+    bool saveLocationValues(const QVariantMap& values, const QString& uid);
 
     bool isConfigured() const;
 
