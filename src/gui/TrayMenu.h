@@ -42,6 +42,7 @@ public:
     QAction* setupItem() const { return m_setup; }
     QAction* trafficItem() const { return m_traffic; }
     QAction* callListItem() const { return m_callList; }
+    QAction* voicemailItem() const { return m_voicemail; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -55,6 +56,7 @@ public:
 signals:
     void openCallMonitor();
     void openCallList();
+    void openVoicemail();
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
     void openTrafficMonitor();
@@ -72,6 +74,7 @@ private:
     QAction* m_monitorWindow = nullptr;
     QAction* m_newCall = nullptr;
     QAction* m_callList = nullptr;
+    QAction* m_voicemail = nullptr;
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;
