@@ -26,6 +26,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
@@ -590,8 +591,17 @@ private slots:
         QCOMPARE(w.datasource().newVoicemailsCounter, 5);
     }
 
+    void hiddenWindowReadsWhenShown_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("faxesWhileHidden");
+        QTest::newRow("RELOADABFAXLIST: the old list until shown") << Notifications::RELOADABFAXLIST << 2;
+        QTest::newRow("UPDATEABFAXLISTCLEAN: emptied at once") << Notifications::UPDATEABFAXLISTCLEAN << 0;
+    }
     void hiddenWindowReadsWhenShown()
     {
+        QFETCH(QString, name);
+        QFETCH(int, faxesWhileHidden);
         VoicemailRig rig;
         QVERIFY(rig.open());
         rig.start();
@@ -599,12 +609,33 @@ private slots:
         VoicemailWindow& w = rig.window();
         w.hide();
         QVERIFY(QFile::remove(rig.storage(kFaxbox + kFaxNamed)));
-        NotificationCenter::defaultCenter().post(Notifications::RELOADABFAXLIST);
+        NotificationCenter::defaultCenter().post(name);
         QCoreApplication::processEvents();
         QVERIFY(!w.isLoading());
-        QCOMPARE(w.faxModel()->rowCount(), 2);
+        QCOMPARE(w.faxModel()->rowCount(), faxesWhileHidden);
         QVERIFY(rig.openWindow());
         QCOMPARE(w.faxModel()->rowCount(), 1);
+    }
+
+    void cleanWhileReadingDropsTheRun()
+    {
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        w.hide();
+        w.reload(); // still reading the old location when the new one is activated
+        QVERIFY(w.isLoading());
+        NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLISTCLEAN);
+        QCoreApplication::processEvents();
+        QVERIFY(!w.isLoading());
+        QVERIFY(QThreadPool::globalInstance()->waitForDone(kWait));
+        QCoreApplication::processEvents();
+        QCOMPARE(w.voicemailModel()->rowCount(), 0);
+        QCOMPARE(w.faxModel()->rowCount(), 0);
+        QVERIFY(w.errorLine()->text().isEmpty());
+        QVERIFY(w.reloadAction()->isEnabled());
     }
 
     void trayOpensTheWindow_data()

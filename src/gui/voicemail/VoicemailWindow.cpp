@@ -197,6 +197,13 @@ void VoicemailWindow::showEvent(QShowEvent* event)
 
 void VoicemailWindow::clearLists()
 {
+    if (m_loading) {
+        // The running run reads the old location: whatever it brings (its cancel too) is dropped.
+        m_datasource->newConnID();
+        m_loading = false;
+        m_statusText->clear();
+        emit loadFinished(false);
+    }
     m_datasource->resetVoicemails(true);
     m_voicemailModel->clear();
     m_faxModel->clear();
