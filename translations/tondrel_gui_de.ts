@@ -1225,6 +1225,10 @@ Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translatio
         <translation>--secrets ist keyring oder file, nicht %1.
 </translation>
     </message>
+    <message>
+        <source>Open the answering machine and fax window.</source>
+        <translation>Das Fenster für Anrufbeantworter und Fax öffnen.</translation>
+    </message>
 </context>
 <context>
     <name>TrayMenu</name>
@@ -1267,6 +1271,208 @@ Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translatio
     <message>
         <source>Settings…</source>
         <translation>Einstellungen…</translation>
+    </message>
+    <message>
+        <source>Answering machine and fax</source>
+        <translation>Anrufbeantworter und Fax</translation>
+    </message>
+</context>
+<context>
+    <name>VoicemailListModel</name>
+    <message>
+        <source>Machine %1</source>
+        <translation>Anrufbeantworter %1</translation>
+    </message>
+    <message>
+        <source>Machine %1 (%2)</source>
+        <translation>Anrufbeantworter %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Number withheld</source>
+        <translation>Rufnummer unterdrückt</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Caller</source>
+        <translation>Anrufer</translation>
+    </message>
+    <message>
+        <source>Sender</source>
+        <translation>Absender</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Answering machine</source>
+        <translation>Anrufbeantworter</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+</context>
+<context>
+    <name>VoicemailWindow</name>
+    <message>
+        <source>Answering machine and fax</source>
+        <translation>Anrufbeantworter und Fax</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Save as…</source>
+        <translation>Speichern unter…</translation>
+    </message>
+    <message>
+        <source>Delete…</source>
+        <translation>Löschen…</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Nachrichten</translation>
+    </message>
+    <message>
+        <source>Answering machine</source>
+        <translation>Anrufbeantworter</translation>
+    </message>
+    <message>
+        <source>Fax</source>
+        <translation>Fax</translation>
+    </message>
+    <message>
+        <source>No router is set up yet.</source>
+        <translation>Es ist noch keine FRITZ!Box eingerichtet.</translation>
+    </message>
+    <message>
+        <source>The location has no router address.</source>
+        <translation>Der Standort hat keine Adresse der FRITZ!Box.</translation>
+    </message>
+    <message>
+        <source>Answering machine and fax – %1</source>
+        <translation>Anrufbeantworter und Fax – %1</translation>
+    </message>
+    <message>
+        <source>Reading the router's storage…</source>
+        <translation>Der Speicher der FRITZ!Box wird gelesen…</translation>
+    </message>
+    <message>
+        <source>Reading the router's storage was cancelled.</source>
+        <translation>Das Lesen des Speichers der FRITZ!Box wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>1 message</source>
+        <translation>1 Nachricht</translation>
+    </message>
+    <message>
+        <source>%1 messages</source>
+        <translation>%1 Nachrichten</translation>
+    </message>
+    <message>
+        <source>1 fax</source>
+        <translation>1 Fax</translation>
+    </message>
+    <message>
+        <source>%1 faxes</source>
+        <translation>%1 Faxe</translation>
+    </message>
+    <message>
+        <source>%1 (%2 new), %3 (%4 new)</source>
+        <translation>%1 (%2 neu), %3 (%4 neu)</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>The transfer was cancelled.</source>
+        <translation>Die Übertragung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>No program on this desktop opens %1.</source>
+        <translation>Kein Programm auf diesem Desktop öffnet %1.</translation>
+    </message>
+    <message>
+        <source>Fetching the fax…</source>
+        <translation>Das Fax wird geholt…</translation>
+    </message>
+    <message>
+        <source>Fetching the message…</source>
+        <translation>Die Nachricht wird geholt…</translation>
+    </message>
+    <message>
+        <source>PDF documents (*.pdf)</source>
+        <translation>PDF-Dokumente (*.pdf)</translation>
+    </message>
+    <message>
+        <source>WAV audio (*.wav)</source>
+        <translation>WAV-Audio (*.wav)</translation>
+    </message>
+    <message>
+        <source>Save fax</source>
+        <translation>Fax speichern</translation>
+    </message>
+    <message>
+        <source>Save message</source>
+        <translation>Nachricht speichern</translation>
+    </message>
+    <message>
+        <source>%1 could not be read: %2</source>
+        <translation>%1 konnte nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Saved as %1.</source>
+        <translation>Gespeichert als %1.</translation>
+    </message>
+    <message>
+        <source>Delete this fax from the router?</source>
+        <translation>Dieses Fax von der FRITZ!Box löschen?</translation>
+    </message>
+    <message>
+        <source>Delete %1 faxes from the router?</source>
+        <translation>%1 Faxe von der FRITZ!Box löschen?</translation>
+    </message>
+    <message>
+        <source>Delete this message from the answering machine?</source>
+        <translation>Diese Nachricht vom Anrufbeantworter löschen?</translation>
+    </message>
+    <message>
+        <source>Delete %1 messages from the answering machine?</source>
+        <translation>%1 Nachrichten vom Anrufbeantworter löschen?</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Deleting…</source>
+        <translation>Wird gelöscht…</translation>
     </message>
 </context>
 </TS>

@@ -13,11 +13,13 @@
 #include "setup/SetupWizard.h"
 #include "traffic/TNTrafficChart.h"
 #include "traffic/TrafficWindow.h"
+#include "voicemail/VoicemailWindow.h"
 
 #include "app/AppEnvironment.h"
 #include "app/DialURL.h"
 #include "app/Logging.h"
 #include "app/NotificationNames.h"
+#include "app/ServiceAdapters.h"
 #include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
 #include "app/TrafficSampler.h"
@@ -117,6 +119,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::openTrafficMonitor, this, &TrayApplication::openTrafficWindow);
     connect(m_menu.get(), &TrayMenu::openCallList, this, &TrayApplication::openCallList);
     connect(m_menu.get(), &TrayMenu::openSettings, this, &TrayApplication::openSettings);
+    connect(m_menu.get(), &TrayMenu::openVoicemail, this, &TrayApplication::openVoicemail);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -142,6 +145,7 @@ TrayApplication::~TrayApplication()
     delete m_settingsWindow;
     // Windows and menus observe the listener: they go before it.
     m_callListWindow.reset();
+    m_voicemailWindow.reset();
     m_trafficWindow.reset();
     m_traffic.reset();
     // Router work on pool threads (samples, status checks, commands) uses the settings of the
@@ -198,6 +202,8 @@ void TrayApplication::handleArguments(const QStringList& arguments)
             openNewCall(QString(), {});
         } else if (argument == u"--calllist") {
             openCallList();
+        } else if (argument == u"--voicemail") {
+            openVoicemail();
         } else if (const auto tel = methods::numberFromTelURL(argument)) {
             openNewCall(*tel, {});
         } else if (argument.contains(u':')) {
@@ -246,6 +252,19 @@ void TrayApplication::openCallList()
         window->openCallList();
     else
         qCWarning(lcApp) << "The call list cannot be shown: the call database is not open";
+}
+
+VoicemailWindow& TrayApplication::voicemailWindow()
+{
+    if (!m_voicemailWindow)
+        m_voicemailWindow = std::make_unique<VoicemailWindow>(m_env.manager(), m_env.voicemailMarkers(),
+                                                              &m_env.callerNames());
+    return *m_voicemailWindow;
+}
+
+void TrayApplication::openVoicemail()
+{
+    voicemailWindow().openVoicemail();
 }
 
 void TrayApplication::openNewCall(const QString& number, const QStringList& contact)

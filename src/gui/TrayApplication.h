@@ -19,6 +19,7 @@ class TrafficWindow;
 class TNStatusMenu;
 class TrayCallMonitor;
 class TrayMenu;
+class VoicemailWindow;
 
 // The tray application put together: the call monitor and its conductor, the status item and
 // its menu, the call monitor and new-call windows, and what a second start hands over.
@@ -56,7 +57,8 @@ public:
 
     // Start-up after construction: activation when configured, the taskbar window, arguments.
     void start(const QStringList& arguments);
-    // A URL ("tel:", "callto:", "dial:"), "--new-call" or "--calllist", from this start or a later one.
+    // A URL ("tel:", "callto:", "dial:"), "--new-call", "--calllist" or "--voicemail", from this
+    // start or a later one.
     void handleArguments(const QStringList& arguments);
 
     TrayCallMonitor& callMonitor() { return *m_monitor; }
@@ -69,6 +71,9 @@ public:
 
     void openCallmonitorWindow();
     void openCallList();
+    // The answering machine and fax window; one at a time.
+    VoicemailWindow& voicemailWindow();
+    void openVoicemail();
     void openNewCall(const QString& number, const QStringList& contact);
     void openMemoEditor(const QString& uid);
     // The setup assistant; one window at a time.
@@ -100,4 +105,5 @@ private:
     std::unique_ptr<TrafficWindow> m_trafficWindow;
     std::unique_ptr<CallListWindow> m_callListWindow;
     QPointer<SettingsWindow> m_settingsWindow;
+    std::unique_ptr<VoicemailWindow> m_voicemailWindow;
 };

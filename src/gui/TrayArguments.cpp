@@ -18,6 +18,9 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
                                      QCoreApplication::translate("TrayArguments", "Open the new-call window."));
     const QCommandLineOption callList(QStringLiteral("calllist"),
                                       QCoreApplication::translate("TrayArguments", "Open the call list."));
+    const QCommandLineOption voicemail(
+        QStringLiteral("voicemail"),
+        QCoreApplication::translate("TrayArguments", "Open the answering machine and fax window."));
     const QCommandLineOption configDir(
         QStringLiteral("config-dir"),
         QCoreApplication::translate("TrayArguments", "Settings folder (default ~/.config/Tondrel)."),
@@ -31,7 +34,7 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
         QCoreApplication::translate("TrayArguments", "Where passwords are kept: keyring (default) or file."),
         QStringLiteral("store"));
     // Window requests, in the order they are handed over.
-    const QList<QCommandLineOption> windows{newCall, callList};
+    const QList<QCommandLineOption> windows{newCall, callList, voicemail};
     parser.addOptions({help, version, configDir, dataDir, secrets});
     for (const QCommandLineOption& o : windows)
         parser.addOption(o);

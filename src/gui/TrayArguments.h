@@ -4,7 +4,7 @@
 #include <QStringList>
 
 // The tray application's command line: where its files are, and what it is asked to open (a
-// URL, --new-call, --calllist), which a second start hands to the running one.
+// URL, --new-call, --calllist, --voicemail), which a second start hands to the running one.
 struct TrayArguments
 {
     bool ok = true;

@@ -39,6 +39,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     connect(m_newCall, &QAction::triggered, this, [this] { emit newCall(QString(), {}); });
     m_callList = m_menu.addAction(tr("Call list"));
     connect(m_callList, &QAction::triggered, this, &TrayMenu::openCallList);
+    m_voicemail = m_menu.addAction(tr("Answering machine and fax"));
+    connect(m_voicemail, &QAction::triggered, this, &TrayMenu::openVoicemail);
     m_traffic = m_menu.addAction(tr("Online monitor"));
     connect(m_traffic, &QAction::triggered, this, &TrayMenu::openTrafficMonitor);
 

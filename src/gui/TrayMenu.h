@@ -43,6 +43,7 @@ public:
     QAction* trafficItem() const { return m_traffic; }
     QAction* callListItem() const { return m_callList; }
     QAction* settingsItem() const { return m_settings; }
+    QAction* voicemailItem() const { return m_voicemail; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -56,6 +57,7 @@ public:
 signals:
     void openCallMonitor();
     void openCallList();
+    void openVoicemail();
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
     void openTrafficMonitor();
@@ -74,6 +76,7 @@ private:
     QAction* m_monitorWindow = nullptr;
     QAction* m_newCall = nullptr;
     QAction* m_callList = nullptr;
+    QAction* m_voicemail = nullptr;
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;

@@ -24,8 +24,9 @@ void TestTrayArguments::parse_data()
 
     QTest::newRow("a tel: link") << QStringList{u"tel:+4930123456"_s} << -1 << QStringList{u"tel:+4930123456"_s}
                                  << QString();
-    QTest::newRow("windows and a link") << QStringList{u"callto://0301234"_s, u"--calllist"_s, u"--new-call"_s} << -1
-                                        << QStringList{u"--new-call"_s, u"--calllist"_s, u"callto://0301234"_s}
+    QTest::newRow("windows and a link")
+        << QStringList{u"callto://0301234"_s, u"--voicemail"_s, u"--calllist"_s, u"--new-call"_s} << -1
+        << QStringList{u"--new-call"_s, u"--calllist"_s, u"--voicemail"_s, u"callto://0301234"_s}
                                         << QString();
     QTest::newRow("folders are not requests")
         << QStringList{u"--config-dir"_s, u"/tmp/c"_s, u"--data-dir=/tmp/d"_s, u"--secrets"_s, u"file"_s} << -1

@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <QThreadPool>
 #include <QTest>
 
 namespace {
@@ -43,6 +44,22 @@ public:
     QDateTime lastSavedFaxDate() override { return fax; }
     void setLastSavedFaxDate(const QDateTime& d) override { fax = d; }
 };
+
+// Keeps what it is given, like the call database's marker rows.
+class StoredMarkers final : public VoicemailMarkerStore
+{
+public:
+    QDateTime voicemail, fax;
+    QDateTime lastSavedVoicemailDate() override { return voicemail; }
+    void setLastSavedVoicemailDate(const QDateTime& d) override { voicemail = d; }
+    QDateTime lastSavedFaxDate() override { return fax; }
+    void setLastSavedFaxDate(const QDateTime& d) override { fax = d; }
+};
+
+QDateTime may(int day, int hour = 12)
+{
+    return QDateTime(QDate(2026, 5, day), QTime(hour, 0));
+}
 
 } // namespace
 
@@ -157,6 +174,89 @@ private slots:
         QTest::qWait(300); // the older run's results, if any, would have arrived by now
         QCOMPARE(voicemails.count(), 1);
         QCOMPARE(ds.voicemailCounter, 3);
+    }
+
+    void failureOfAnOlderRunIsDropped()
+    {
+        TNFTPDatasource ds(nullptr, nullptr);
+        QSignalSpy failed(&ds, &TNFTPDatasource::loadingFailed);
+        QSignalSpy faxes(&ds, &TNFTPDatasource::faxLoaded);
+        auto unreachable = prefs();
+        unreachable->ftpPort = 1;
+        ds.reloadVoicemails(unreachable);
+        // The user reloads before the first run gave up.
+        ds.reloadVoicemails(prefs());
+        QTRY_COMPARE_WITH_TIMEOUT(faxes.count(), 1, 20000);
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+        QCOMPARE(failed.count(), 0);
+        QVERIFY(!ds.hasError);
+        QVERIFY(!ds.isCurrentlyUpdating);
+    }
+
+    void markingSeen_data()
+    {
+        QTest::addColumn<bool>("fax");
+        QTest::addColumn<QDateTime>("marker");
+        QTest::addColumn<int>("played");
+        QTest::addColumn<QDateTime>("now");
+        QTest::addColumn<QDateTime>("newMarker");
+        QTest::addColumn<int>("newBefore");
+        QTest::addColumn<int>("newAfter");
+        // Entries of May 4, 3, 2, 1 (newest first).
+        QTest::newRow("first check: all were new") << false << QDateTime() << 3 << may(20) << may(20) << 4 << 0;
+        QTest::newRow("check time before the newest: it stays new")
+            << false << may(1) << 1 << may(3, 18) << may(3, 18) << 3 << 1;
+        QTest::newRow("router clock ahead: the played one is seen")
+            << false << may(1) << 1 << may(2, 18) << may(3) << 3 << 1;
+        QTest::newRow("an old one played: the marker still moves on")
+            << false << may(2) << 3 << may(20) << may(20) << 2 << 0;
+        QTest::newRow("fax: first check") << true << QDateTime() << 0 << may(20) << may(20) << 4 << 0;
+        QTest::newRow("fax: received after the check time") << true << may(1) << 0 << may(3, 18) << may(4, 0) << 3 << 0;
+    }
+    void markingSeen()
+    {
+        QFETCH(bool, fax);
+        QFETCH(QDateTime, marker);
+        QFETCH(int, played);
+        QFETCH(QDateTime, now);
+        QFETCH(QDateTime, newMarker);
+        QFETCH(int, newBefore);
+        QFETCH(int, newAfter);
+        StoredMarkers markers;
+        markers.voicemail = markers.fax = marker;
+        TNFTPDatasource ds(&markers, nullptr);
+        QList<VoicemailEntry> voicemails;
+        QList<FaxEntry> faxes;
+        for (int day = 4; day >= 1; --day) {
+            VoicemailEntry v;
+            v.CallTimestamp = may(day);
+            voicemails.append(v);
+            FaxEntry f;
+            f.CallTimestamp = may(day, 0); // a fax's time of day is not in its timestamp
+            faxes.append(f);
+        }
+        QVERIFY(ds.loadVoicemailsFinished(ds.newConnID(), voicemails));
+        QVERIFY(ds.loadingFaxFinished(ds.currentConnID, faxes));
+        QCOMPARE(fax ? ds.newFaxCounter : ds.newVoicemailsCounter, newBefore);
+
+        if (fax)
+            ds.markFaxSeen(faxes.at(played), now);
+        else
+            ds.markVoicemailSeen(voicemails.at(played), now);
+        QCOMPARE(fax ? markers.fax : markers.voicemail, newMarker);
+        QCOMPARE(fax ? markers.voicemail : markers.fax, marker); // the other list is untouched
+        QCOMPARE(fax ? ds.newFaxCounter : ds.newVoicemailsCounter, newAfter);
+        QVERIFY(fax ? !ds.isNewFax(faxes.at(played)) : !ds.isNewVoicemail(voicemails.at(played)));
+        int shownNew = 0;
+        for (int i = 0; i < 4; ++i)
+            shownNew += (fax ? ds.isNewFax(faxes.at(i)) : ds.isNewVoicemail(voicemails.at(i))) ? 1 : 0;
+        QCOMPARE(shownNew, newAfter);
+
+        // The next load counts against the stored marker.
+        QVERIFY(ds.loadVoicemailsFinished(ds.newConnID(), voicemails));
+        QVERIFY(ds.loadingFaxFinished(ds.currentConnID, faxes));
+        QCOMPARE(fax ? ds.newFaxCounter : ds.newVoicemailsCounter, newAfter);
     }
 
     void failuresReachTheAlert_data()

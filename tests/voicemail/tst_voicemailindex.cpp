@@ -141,6 +141,8 @@ private slots:
         QCOMPARE(e.CallDuration, QStringLiteral("1:05"));
         QCOMPARE(e.CallDate, QStringLiteral("13.11.2026"));
         QCOMPARE(e.CallTime, QStringLiteral("10:30"));
+        QVERIFY(!e.CallTimestamp.isValid());
+        QCOMPARE(e.recordedAt(), QDateTime(QDate(2026, 11, 13), QTime(10, 30)));
         QCOMPARE(e.PATH, QStringLiteral("USB/FRITZ/voicebox/"));
         QCOMPARE(e.FILE, QStringLiteral("meta0"));
         QCOMPARE(e.recordingPath(), QStringLiteral("USB/FRITZ/voicebox/rec/rec.0.007"));

@@ -21,6 +21,20 @@ bool isNewer(const QDateTime& stamp, const QDateTime& marker)
     return !marker.isValid() || (stamp.isValid() && stamp > marker);
 }
 
+template<typename Entry>
+int countNew(const QList<Entry>& entries, const QDateTime& marker)
+{
+    int fresh = 0;
+    for (const Entry& e : entries)
+        fresh += isNewer(e.CallTimestamp, marker) ? 1 : 0;
+    return fresh;
+}
+
+QDateTime seenMarker(const QDateTime& entryStamp, const QDateTime& now)
+{
+    return entryStamp.isValid() && entryStamp > now ? entryStamp : now;
+}
+
 } // namespace
 
 TNFTPDatasource::TNFTPDatasource(VoicemailMarkerStore* markers, CallerNameLookup* names, QObject* parent)
@@ -139,15 +153,12 @@ bool TNFTPDatasource::loadVoicemailsFinished(int connID, const QList<VoicemailEn
     }
     if (m_markers)
         lastSavedVoicemailDate = m_markers->lastSavedVoicemailDate();
-    int fresh = 0;
-    for (const VoicemailEntry& e : entries)
-        fresh += isNewer(e.CallTimestamp, lastSavedVoicemailDate) ? 1 : 0;
     {
         QMutexLocker lock(&m_mutex);
         m_voicemails = entries;
     }
     voicemailCounter = int(entries.size());
-    newVoicemailsCounter = fresh;
+    newVoicemailsCounter = countNew(entries, lastSavedVoicemailDate);
     emit voicemailsLoaded(preprocessVoicemails(entries));
     return true;
 }
@@ -160,15 +171,12 @@ bool TNFTPDatasource::loadingFaxFinished(int connID, const QList<FaxEntry>& entr
     }
     if (m_markers)
         lastSavedFaxDate = m_markers->lastSavedFaxDate();
-    int fresh = 0;
-    for (const FaxEntry& e : entries)
-        fresh += isNewer(e.CallTimestamp, lastSavedFaxDate) ? 1 : 0;
     {
         QMutexLocker lock(&m_mutex);
         m_faxes = entries;
     }
     faxCounter = int(entries.size());
-    newFaxCounter = fresh;
+    newFaxCounter = countNew(entries, lastSavedFaxDate);
     emit faxLoaded(preprocessFax(entries));
     return true;
 }
@@ -243,6 +251,32 @@ QList<FaxEntry> TNFTPDatasource::allFaxEntriesList() const
     return m_faxes;
 }
 
+bool TNFTPDatasource::isNewVoicemail(const VoicemailEntry& entry) const
+{
+    return isNewer(entry.CallTimestamp, lastSavedVoicemailDate);
+}
+
+bool TNFTPDatasource::isNewFax(const FaxEntry& entry) const
+{
+    return isNewer(entry.CallTimestamp, lastSavedFaxDate);
+}
+
+void TNFTPDatasource::markVoicemailSeen(const VoicemailEntry& entry, const QDateTime& now)
+{
+    lastSavedVoicemailDate = seenMarker(entry.CallTimestamp, now);
+    if (m_markers)
+        m_markers->setLastSavedVoicemailDate(lastSavedVoicemailDate);
+    newVoicemailsCounter = countNew(allVoicemailsEntriesList(), lastSavedVoicemailDate);
+}
+
+void TNFTPDatasource::markFaxSeen(const FaxEntry& entry, const QDateTime& now)
+{
+    lastSavedFaxDate = seenMarker(entry.CallTimestamp, now);
+    if (m_markers)
+        m_markers->setLastSavedFaxDate(lastSavedFaxDate);
+    newFaxCounter = countNew(allFaxEntriesList(), lastSavedFaxDate);
+}
+
 void TNFTPDatasource::resetVoicemails(bool clean)
 {
     NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
@@ -279,7 +313,10 @@ void TNFTPDatasource::reloadVoicemails(std::shared_ptr<TNPreferences> prefs)
                 QMetaObject::invokeMethod(self.data(), std::move(fn), Qt::QueuedConnection);
         };
         const auto fail = [&](const QString& message) {
-            deliver([self, message, conn = std::move(conn)] {
+            deliver([self, connID, message, conn = std::move(conn)] {
+                // A newer run owns the window now; the old one's failure (often its cancel) is moot.
+                if (connID != self->currentConnID)
+                    return;
                 self->hasError = true;
                 self->isCurrentlyUpdating = false;
                 self->lastErrorText = message;
@@ -298,9 +335,10 @@ void TNFTPDatasource::reloadVoicemails(std::shared_ptr<TNPreferences> prefs)
         deliver([self, connID, voicemails, faxes, total, conn = std::move(conn)] {
             if (connID == self->currentConnID)
                 self->totalVoicemailCounter = total;
+            if (connID == self->currentConnID)
+                self->isCurrentlyUpdating = false;
             self->loadVoicemailsFinished(connID, voicemails);
             self->loadingFaxFinished(connID, faxes);
-            self->isCurrentlyUpdating = false;
         });
     });
 }

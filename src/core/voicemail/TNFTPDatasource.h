@@ -69,6 +69,15 @@ public:
     QList<VoicemailEntry> allVoicemailsEntriesList() const;
     QList<FaxEntry> allFaxEntriesList() const;
 
+    // Later than the marker date of the last check (all are new while there is none).
+    bool isNewVoicemail(const VoicemailEntry& entry) const;
+    bool isNewFax(const FaxEntry& entry) const;
+    // A message was heard (a fax read): the marker becomes the time of this check, though never
+    // earlier than the entry itself, so that a router clock ahead of ours cannot leave it new.
+    // Stored in the marker store; the new counter is counted again.
+    void markVoicemailSeen(const VoicemailEntry& entry, const QDateTime& now);
+    void markFaxSeen(const FaxEntry& entry, const QDateTime& now);
+
     // A new run on a worker thread; results arrive through the signals on this object's thread.
     void reloadVoicemails(std::shared_ptr<TNPreferences> prefs);
     // Stops a running transfer and empties the lists (clean: also the counters).

@@ -32,6 +32,13 @@ VoicemailEntry VoicemailEntry::fromMap(const QVariantMap& map)
     return e;
 }
 
+QDateTime VoicemailEntry::recordedAt() const
+{
+    const QDate day = QDate::fromString(CallDate, QStringLiteral("dd.MM.yyyy"));
+    const QTime time = QTime::fromString(CallTime, QStringLiteral("HH:mm"));
+    return day.isValid() && time.isValid() ? QDateTime(day, time) : QDateTime();
+}
+
 QVariantMap FaxEntry::toMap() const
 {
     return {

@@ -24,6 +24,8 @@ struct VoicemailEntry
     QVariantMap toMap() const;
     static VoicemailEntry fromMap(const QVariantMap& map);
     QString recordingPath() const { return PATH + QStringLiteral("rec/") + RecFile; }
+    // Day and time of the message, from CallDate and CallTime: CallTimestamp is no valid date.
+    QDateTime recordedAt() const;
 };
 
 // One received fax, built from its file name.

@@ -1,0 +1,677 @@
+// The answering machine and fax window against a real FTP server (pyftpdlib) holding the
+// router's storage: lists with names, durations and new marks, playing and opening, saving,
+// deleting, errors, cancelling, notifications, and how the tray opens it.
+#include "../voicemail/MetaFileBuilder.h"
+#include "../voicemail/SpeexTone.h"
+#include "FtpServerProcess.h"
+#include "GuiFixture.h"
+
+#include "TrayApplication.h"
+#include "TrayMenu.h"
+#include "voicemail/VoicemailListModel.h"
+#include "voicemail/VoicemailWindow.h"
+
+#include "app/Clock.h"
+#include "app/NotificationCenter.h"
+#include "app/NotificationNames.h"
+#include "app/ServiceAdapters.h"
+#include "calllist/TNCallinglist.h"
+#include "voicemail/TNFTPDatasource.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QProgressBar>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QThreadPool>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kPassword = u"s3cret"_s;
+const QString kVoicebox = u"USB-Stick/FRITZ/voicebox/"_s;
+const QString kFaxbox = u"USB-Stick/FRITZ/faxbox/"_s;
+const QString kFaxKnown = u"13.11.26_10.30_Telefax.0301234567.pdf"_s;
+const QString kFaxNamed = u"14.11.26_08.05_Telefax.Kanzlei Meier.pdf"_s;
+constexpr int kWait = 20000;
+
+MetaRecord record(const char* number, const char* file, quint32 duration, int day, int hour)
+{
+    MetaRecord r;
+    r.number = QString::fromLatin1(number);
+    r.recFile = QString::fromLatin1(file);
+    r.calledLine = u"987654"_s;
+    r.duration = duration;
+    r.day = day;
+    r.month = 11;
+    r.year = 26;
+    r.hour = hour;
+    r.minute = 15;
+    return r;
+}
+
+void writeFile(const QString& path, const QByteArray& data)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(data);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QDateTime nov(int day, int hour, int minute = 0)
+{
+    return QDateTime(QDate(2026, 11, day), QTime(hour, minute));
+}
+
+// The router's storage, the tray on a location that reaches it, and the window's hooks.
+struct VoicemailRig
+{
+    QTemporaryDir root;
+    QTemporaryDir out;
+    GuiEnv env;
+    RecordingPresenter presenter;
+    std::unique_ptr<FtpServerProcess> server;
+    std::unique_ptr<TrayApplication> tray;
+    ManualClock clock{nov(12, 20)};
+    QStringList opened; // files handed to the desktop
+    QList<int> confirmations;
+    bool confirm = true;
+    QString savePath;
+    QString suggested;
+
+    QString storage(const QString& rel) const { return root.filePath(rel); }
+
+    // Answering machine 1 (big-endian) with three messages, machine 2 (little-endian) with one,
+    // two faxes.
+    void buildStorage()
+    {
+        writeFile(storage(kVoicebox + u"meta0"_s),
+                  metaFile({record("0301111", "rec.0.000", 12, 10, 8), record("0302222", "rec.0.001", 75, 11, 9),
+                            record("", "rec.0.002", 44, 12, 10)},
+                           false));
+        writeFile(storage(kVoicebox + u"meta1"_s), metaFile({record("0893333", "rec.1.000", 65, 13, 11)}, true));
+        writeFile(storage(kVoicebox + u"rec/rec.0.000"_s), speexToneRecording(500, 20, 0));
+        writeFile(storage(kVoicebox + u"rec/rec.0.001"_s), speexToneRecording(1000, 50, 10));
+        writeFile(storage(kVoicebox + u"rec/rec.0.002"_s), speexToneRecording(1500, 20, 0));
+        writeFile(storage(kVoicebox + u"rec/rec.1.000"_s), speexToneRecording(700, 20, 0));
+        writeFile(storage(kFaxbox + kFaxKnown), "%PDF-1.4\n% a fax\n%%EOF\n");
+        writeFile(storage(kFaxbox + kFaxNamed), "%PDF-1.4\n% another fax\n%%EOF\n");
+    }
+
+    bool startServer(const QStringList& extra = {})
+    {
+        server = std::make_unique<FtpServerProcess>(root.path(), kPassword, false, extra);
+        if (server->port() <= 0)
+            qWarning() << "ftp server did not start:" << server->error();
+        return server->port() > 0;
+    }
+
+    // ftpPort 0: the server's; password empty: the right one.
+    bool open(int ftpPort = 0, const QString& password = {}, const QStringList& serverArgs = {})
+    {
+        buildStorage();
+        if (!startServer(serverArgs))
+            return false;
+        QVariantMap home = GuiEnv::location(u"Home"_s, 1, 0);
+        home.insert(u"FTPPort"_s, ftpPort > 0 ? ftpPort : server->port());
+        home.insert(u"FTPUserName"_s, u"ftpuser"_s);
+        home.insert(u"FTPSSL"_s, false);
+        if (!env.open({{u"L1"_s, home}}, u"L1"_s))
+            return false;
+        setFtpPassword(password.isEmpty() ? kPassword : password);
+        // Faxes were checked on the 13th at noon: the one of the 14th is new (a fax's time of
+        // day is not kept). Messages were never checked: all are new.
+        env.env->voicemailMarkers()->setLastSavedFaxDate(nov(13, 12));
+        env.env->callinglist()->insertCallerWithName(u"Erika Mustermann"_s, u"0302222"_s, u"abid-7"_s, u"home"_s);
+        return true;
+    }
+
+    void setFtpPassword(const QString& password)
+    {
+        env.env->secrets().write(SecretStore::keychainServiceForKey(u"FTPPass"_s, u"L1"_s),
+                                 SecretStore::keychainAccountForKey(u"FTPPass"_s), password);
+        env.env->manager().activateCurrentLocation();
+    }
+
+    void start(const QStringList& arguments = {})
+    {
+        TrayApplication::Options options;
+        options.presenter = &presenter;
+        options.headless = true;
+        tray = std::make_unique<TrayApplication>(*env.env, options);
+        tray->start(arguments);
+        VoicemailWindow& w = tray->voicemailWindow();
+        w.setCacheDir(out.filePath(u"cache"_s));
+        w.setClock(&clock);
+        w.setOpenFile([this](const QString& path) { opened.append(path); });
+        w.setConfirmDelete([this](int count) {
+            confirmations.append(count);
+            return confirm;
+        });
+        w.setChooseSavePath([this](const QString& name, const QString&) {
+            suggested = name;
+            return savePath;
+        });
+    }
+
+    // Opened and read; false when the reading failed.
+    bool openWindow()
+    {
+        VoicemailWindow& w = tray->voicemailWindow();
+        QSignalSpy done(&w, &VoicemailWindow::loadFinished);
+        tray->openVoicemail();
+        if (!QTest::qWaitFor([&] { return done.count() > 0 && !w.isLoading(); }, kWait))
+            return false;
+        return done.last().at(0).toBool();
+    }
+
+    VoicemailWindow& window() { return tray->voicemailWindow(); }
+
+    // Runs the action and waits for its transfer; its success.
+    bool transfer(QAction* action)
+    {
+        QSignalSpy done(&window(), &VoicemailWindow::transferFinished);
+        action->trigger();
+        if (!QTest::qWaitFor([&] { return done.count() > 0; }, kWait))
+            return false;
+        // A deletion reads the list again.
+        return done.last().at(0).toBool() && QTest::qWaitFor([&] { return !window().isLoading(); }, kWait);
+    }
+};
+
+QString cell(VoicemailListModel* m, int row, int column)
+{
+    return m->index(row, column).data().toString();
+}
+
+QStringList numbers(VoicemailListModel* m)
+{
+    QStringList out;
+    for (int r = 0; r < m->rowCount(); ++r)
+        out << m->index(r, 0).data(VoicemailListModel::NumberRole).toString();
+    return out;
+}
+
+QList<bool> newMarks(VoicemailListModel* m)
+{
+    QList<bool> out;
+    for (int r = 0; r < m->rowCount(); ++r)
+        out << m->index(r, 0).data(VoicemailListModel::NewRole).toBool();
+    return out;
+}
+
+} // namespace
+
+class TestVoicemailWindow : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { QLocale::setDefault(QLocale::c()); }
+
+    void listsEntries_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QDate>("day");
+        QTest::addColumn<QString>("time");
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("duration");
+        QTest::addColumn<bool>("isNew");
+        // Newest first per answering machine: machine 1, then machine 2.
+        // Messages are new until the first check.
+        QTest::newRow("withheld number") << 0 << 0 << QDate(2026, 11, 12) << u"10:15"_s << u"Number withheld"_s
+                                         << QString() << u"Machine 1 (987654)"_s << u"0:44"_s << true;
+        QTest::newRow("known caller") << 0 << 1 << QDate(2026, 11, 11) << u"09:15"_s << u"0302222"_s
+                                      << u"Erika Mustermann"_s << u"Machine 1 (987654)"_s << u"1:15"_s << true;
+        QTest::newRow("oldest of machine 1") << 0 << 2 << QDate(2026, 11, 10) << u"08:15"_s << u"0301111"_s
+                                             << QString() << u"Machine 1 (987654)"_s << u"0:12"_s << true;
+        QTest::newRow("second machine") << 0 << 3 << QDate(2026, 11, 13) << u"11:15"_s << u"0893333"_s << QString()
+                                        << u"Machine 2 (987654)"_s << u"1:05"_s << true;
+        QTest::newRow("fax with a number, seen") << 1 << 0 << QDate(2026, 11, 13) << u"10:30"_s << u"0301234567"_s
+                                                 << QString() << kFaxKnown << QString() << false;
+        QTest::newRow("fax with a sender's name, new") << 1 << 1 << QDate(2026, 11, 14) << u"08:05"_s
+                                                       << u"Kanzlei Meier"_s << QString() << kFaxNamed << QString()
+                                                       << true;
+    }
+    void listsEntries()
+    {
+        QFETCH(int, tab);
+        QFETCH(int, row);
+        QFETCH(QDate, day);
+        QFETCH(QString, time);
+        QFETCH(QString, number);
+        QFETCH(QString, name);
+        QFETCH(QString, line);
+        QFETCH(QString, duration);
+        QFETCH(bool, isNew);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        QVERIFY(w.errorLine()->text().isEmpty());
+        QCOMPARE(w.voicemailModel()->rowCount(), 4);
+        QCOMPARE(w.faxModel()->rowCount(), 2);
+        VoicemailListModel* m = tab == 0 ? w.voicemailModel() : w.faxModel();
+        QCOMPARE(cell(m, row, VoicemailListModel::Date), QLocale().toString(day, QLocale::ShortFormat) + u' ' + time);
+        QCOMPARE(cell(m, row, VoicemailListModel::Number), number);
+        QCOMPARE(cell(m, row, VoicemailListModel::Name), name);
+        QCOMPARE(cell(m, row, tab == 0 ? VoicemailListModel::Line : VoicemailListModel::File), line);
+        if (tab == 0)
+            QCOMPARE(cell(m, row, VoicemailListModel::Duration), duration);
+        QCOMPARE(m->index(row, 0).data(VoicemailListModel::NewRole).toBool(), isNew);
+        QCOMPARE(!cell(m, row, VoicemailListModel::New).isEmpty(), isNew);
+        QCOMPARE(m->index(row, VoicemailListModel::Date).data(Qt::FontRole).value<QFont>().bold(), isNew);
+        QCOMPARE(w.countLabel()->text(), u"4 messages (4 new), 2 faxes (1 new)"_s);
+        QCOMPARE(w.tabs()->tabText(0), u"Answering machine"_s);
+        QCOMPARE(w.tabs()->tabText(1), u"Fax"_s);
+    }
+
+    void messagesCheckedBefore()
+    {
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        // The index files carry no date the marker can be compared with: once checked, the
+        // messages stay seen.
+        rig.env.env->voicemailMarkers()->setLastSavedVoicemailDate(nov(1, 0));
+        rig.start();
+        QVERIFY(rig.openWindow());
+        QCOMPARE(newMarks(rig.window().voicemailModel()), (QList<bool>{false, false, false, false}));
+        QCOMPARE(rig.window().countLabel()->text(), u"4 messages (0 new), 2 faxes (1 new)"_s);
+    }
+
+    void playOrOpenMarksSeen_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QByteArray>("head");
+        QTest::addColumn<QList<bool>>("marksAfter");
+        QTest::addColumn<QDateTime>("marker");
+        // The clock says the 12th, 20:00.
+        QTest::newRow("a message: the check time") << 0 << 1 << QByteArray("RIFF")
+                                                   << QList<bool>{false, false, false, false} << nov(12, 20);
+        QTest::newRow("fax received after our clock: its day") << 1 << 1 << QByteArray("%PDF")
+                                                              << QList<bool>{false, false} << nov(14, 0);
+    }
+    void playOrOpenMarksSeen()
+    {
+        QFETCH(int, tab);
+        QFETCH(int, row);
+        QFETCH(QByteArray, head);
+        QFETCH(QList<bool>, marksAfter);
+        QFETCH(QDateTime, marker);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        const auto t = tab == 0 ? VoicemailWindow::VoicemailTab : VoicemailWindow::FaxTab;
+        QVERIFY(w.selectRow(t, row));
+        QCOMPARE(w.playAction()->text(), tab == 0 ? u"Play"_s : u"Open"_s);
+        QVERIFY(w.playAction()->isEnabled());
+        QVERIFY(rig.transfer(w.playAction()));
+        QCOMPARE(rig.opened.size(), 1);
+        const QString path = rig.opened.first();
+        QVERIFY2(path.startsWith(w.cacheDir() + u'/'), qPrintable(path));
+        const QByteArray data = readFile(path);
+        QVERIFY(data.startsWith(head));
+        if (tab == 0) {
+            QCOMPARE(data.mid(8, 8), QByteArray("WAVEfmt "));
+            QVERIFY(data.size() > 44);
+        } else {
+            QCOMPARE(data, readFile(rig.storage(kFaxbox + kFaxNamed)));
+        }
+        VoicemailListModel* m = tab == 0 ? w.voicemailModel() : w.faxModel();
+        QCOMPARE(newMarks(m), marksAfter);
+        // Kept in the call database: the next reading counts the same.
+        VoicemailMarkerStore* markers = rig.env.env->voicemailMarkers();
+        QCOMPARE(tab == 0 ? markers->lastSavedVoicemailDate() : markers->lastSavedFaxDate(), marker);
+        QVERIFY(rig.openWindow());
+        QCOMPARE(newMarks(m), marksAfter);
+        QCOMPARE(tab == 0 ? w.datasource().newVoicemailsCounter : w.datasource().newFaxCounter, int(marksAfter.count(true)));
+    }
+
+    void saveAs_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("suggested");
+        QTest::newRow("message of a known caller") << 0 << 1 << u"2026-11-11 09.15 Erika Mustermann.wav"_s;
+        QTest::newRow("message without a number") << 0 << 0 << u"2026-11-12 10.15.wav"_s;
+        QTest::newRow("fax") << 1 << 0 << kFaxKnown;
+    }
+    void saveAs()
+    {
+        QFETCH(int, tab);
+        QFETCH(int, row);
+        QFETCH(QString, suggested);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        rig.savePath = rig.out.filePath(u"saved/"_s + suggested);
+        QDir().mkpath(rig.out.filePath(u"saved"_s));
+        QVERIFY(w.selectRow(tab == 0 ? VoicemailWindow::VoicemailTab : VoicemailWindow::FaxTab, row));
+        const QList<bool> marks = newMarks(w.voicemailModel());
+        QVERIFY(rig.transfer(w.saveAction()));
+        QCOMPARE(rig.suggested, suggested);
+        const QByteArray data = readFile(rig.savePath);
+        if (tab == 0) {
+            QCOMPARE(data.left(4), QByteArray("RIFF"));
+            QCOMPARE(data.mid(8, 8), QByteArray("WAVEfmt "));
+            QVERIFY(data.size() > 44);
+        } else {
+            QCOMPARE(data, readFile(rig.storage(kFaxbox + kFaxKnown)));
+        }
+        // Saving is not listening.
+        QVERIFY(rig.opened.isEmpty());
+        QCOMPARE(newMarks(w.voicemailModel()), marks);
+    }
+
+    void saveCancelledInTheDialog()
+    {
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        QVERIFY(w.selectRow(VoicemailWindow::VoicemailTab, 0));
+        QSignalSpy done(&w, &VoicemailWindow::transferFinished);
+        w.saveAction()->trigger(); // the dialog answers with no file
+        QVERIFY(!w.isTransferring());
+        QCoreApplication::processEvents();
+        QCOMPARE(done.count(), 0);
+        QVERIFY(w.saveAction()->isEnabled());
+    }
+
+    void deleteEntries_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QList<int>>("rows");
+        QTest::addColumn<bool>("confirm");
+        QTest::addColumn<QStringList>("goneFiles");
+        QTest::addColumn<QStringList>("numbersLeft");
+        QTest::newRow("one message") << 0 << QList<int>{1} << true << QStringList{kVoicebox + u"rec/rec.0.001"_s}
+                                     << QStringList{QString(), u"0301111"_s, u"0893333"_s};
+        QTest::newRow("messages of both machines")
+            << 0 << QList<int>{0, 3} << true
+            << QStringList{kVoicebox + u"rec/rec.0.002"_s, kVoicebox + u"rec/rec.1.000"_s}
+            << QStringList{u"0302222"_s, u"0301111"_s};
+        QTest::newRow("a fax") << 1 << QList<int>{0} << true << QStringList{kFaxbox + kFaxKnown}
+                               << QStringList{u"Kanzlei Meier"_s};
+        QTest::newRow("declined") << 0 << QList<int>{1} << false << QStringList{}
+                                  << QStringList{QString(), u"0302222"_s, u"0301111"_s, u"0893333"_s};
+    }
+    void deleteEntries()
+    {
+        QFETCH(int, tab);
+        QFETCH(QList<int>, rows);
+        QFETCH(bool, confirm);
+        QFETCH(QStringList, goneFiles);
+        QFETCH(QStringList, numbersLeft);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        const auto t = tab == 0 ? VoicemailWindow::VoicemailTab : VoicemailWindow::FaxTab;
+        QVERIFY(w.selectRow(t, rows.first()));
+        QTableView* view = w.table(t);
+        for (int r : rows.mid(1))
+            view->selectionModel()->select(view->model()->index(r, 0),
+                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        rig.confirm = confirm;
+        const QByteArray meta0 = readFile(rig.storage(kVoicebox + u"meta0"_s));
+        if (confirm) {
+            QVERIFY(rig.transfer(w.deleteAction()));
+        } else {
+            w.deleteAction()->trigger();
+            QVERIFY(!w.isTransferring());
+        }
+        QCOMPARE(rig.confirmations, QList<int>{int(rows.size())});
+        for (const QString& gone : goneFiles)
+            QVERIFY2(!QFile::exists(rig.storage(gone)), qPrintable(gone));
+        VoicemailListModel* m = tab == 0 ? w.voicemailModel() : w.faxModel();
+        QStringList shown = numbers(m);
+        shown.replaceInStrings(QRegularExpression(u"^$"_s), QString());
+        QCOMPARE(shown, numbersLeft);
+        if (tab == 0 && confirm)
+            QCOMPARE(readFile(rig.storage(kVoicebox + u"meta0"_s)).size(), meta0.size() - 348);
+        QVERIFY(w.errorLine()->text().isEmpty());
+    }
+
+    void errorsShowOneLine_data()
+    {
+        QTest::addColumn<QString>("problem");
+        QTest::addColumn<QString>("start");
+        QTest::newRow("router unreachable") << u"port"_s << u"No connection to the router's storage (home network): "_s;
+        QTest::newRow("login refused") << u"password"_s
+                                       << u"Login to the router's storage refused (home network): "_s;
+        QTest::newRow("no storage") << u"storage"_s
+                                    << u"No voicemail or fax folder was found on the router's storage."_s;
+    }
+    void errorsShowOneLine()
+    {
+        QFETCH(QString, problem);
+        QFETCH(QString, start);
+        VoicemailRig rig;
+        QVERIFY(rig.open(problem == u"port" ? 1 : 0, problem == u"password" ? u"wrong"_s : QString()));
+        if (problem == u"storage")
+            QVERIFY(QDir(rig.storage(u"USB-Stick"_s)).rename(u"FRITZ"_s, u"FRITZ-old"_s));
+        rig.start();
+        QVERIFY(!rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        QVERIFY(w.errorLine()->isVisibleTo(&w));
+        QVERIFY2(w.errorLine()->text().startsWith(start), qPrintable(w.errorLine()->text()));
+        QVERIFY(!w.errorLine()->text().contains(u'\n'));
+        QCOMPARE(w.voicemailModel()->rowCount(), 0);
+        QVERIFY(!w.isLoading());
+        QVERIFY(w.reloadAction()->isEnabled());
+        QVERIFY(!w.cancelAction()->isEnabled());
+        QVERIFY(!w.progress()->isVisibleTo(&w));
+
+        // Put right, a reload reads the lists and the line goes.
+        if (problem == u"port") {
+            rig.env.env->manager().currentPreferences()->ftpPort = rig.server->port();
+        } else if (problem == u"password") {
+            rig.setFtpPassword(kPassword);
+        } else {
+            QVERIFY(QDir(rig.storage(u"USB-Stick"_s)).rename(u"FRITZ-old"_s, u"FRITZ"_s));
+        }
+        QSignalSpy done(&w, &VoicemailWindow::loadFinished);
+        w.reloadAction()->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(done.count(), 1, kWait);
+        QVERIFY(done.first().at(0).toBool());
+        QCOMPARE(w.voicemailModel()->rowCount(), 4);
+        QVERIFY(!w.errorLine()->isVisibleTo(&w));
+    }
+
+    void failedFetchLeavesTheWindowUsable()
+    {
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        // The recording went missing since the list was read.
+        QVERIFY(QFile::remove(rig.storage(kVoicebox + u"rec/rec.0.001"_s)));
+        QVERIFY(w.selectRow(VoicemailWindow::VoicemailTab, 1));
+        QVERIFY(!rig.transfer(w.playAction()));
+        QVERIFY(rig.opened.isEmpty());
+        QVERIFY(!w.errorLine()->text().isEmpty());
+        QVERIFY(!w.errorLine()->text().contains(u'\n'));
+        QCOMPARE(newMarks(w.voicemailModel()), (QList<bool>{true, true, true, true}));
+        QVERIFY(w.playAction()->isEnabled());
+        QVERIFY(w.selectRow(VoicemailWindow::VoicemailTab, 0));
+        QVERIFY(rig.transfer(w.playAction()));
+        QCOMPARE(rig.opened.size(), 1);
+        QVERIFY(w.errorLine()->text().isEmpty());
+        QCOMPARE(newMarks(w.voicemailModel()), (QList<bool>{false, false, false, false}));
+    }
+
+    void cancelStopsAFetch()
+    {
+        VoicemailRig rig;
+        // A long message served slowly, to be caught in flight.
+        QVERIFY(rig.open(0, {}, {u"--throttle"_s, u"8192"_s}));
+        writeFile(rig.storage(kVoicebox + u"rec/rec.0.001"_s), speexToneRecording(1000, 3000, 0));
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        QVERIFY(w.selectRow(VoicemailWindow::VoicemailTab, 1));
+        QSignalSpy done(&w, &VoicemailWindow::transferFinished);
+        w.playAction()->trigger();
+        QVERIFY(w.isTransferring());
+        QVERIFY(w.cancelAction()->isEnabled());
+        QVERIFY(!w.playAction()->isEnabled());
+        QVERIFY(!w.reloadAction()->isEnabled());
+        // Cancel once part of the recording has arrived.
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                const QFileInfoList parts = QDir(w.cacheDir()).entryInfoList({u"*"_s}, QDir::Dirs | QDir::NoDotAndDotDot);
+                for (const QFileInfo& dir : parts)
+                    for (const QFileInfo& f : QDir(dir.filePath()).entryInfoList({u"*.spx"_s}, QDir::Files))
+                        if (f.size() > 0)
+                            return true;
+                return done.count() > 0;
+            },
+            kWait));
+        QCOMPARE(done.count(), 0);
+        w.cancelAction()->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(done.count(), 1, kWait);
+        QCOMPARE(done.first().at(0).toBool(), false);
+        QCOMPARE(w.errorLine()->text(), u"The transfer was cancelled."_s);
+        QVERIFY(rig.opened.isEmpty());
+        QVERIFY(w.playAction()->isEnabled());
+        QVERIFY(w.reloadAction()->isEnabled());
+        QVERIFY(!w.cancelAction()->isEnabled());
+    }
+
+    void followsNotifications_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QList<int>>("rowsAtResets");
+        QTest::newRow("RELOADABFAXLIST") << Notifications::RELOADABFAXLIST << QList<int>{5};
+        QTest::newRow("UPDATEABFAXLIST") << Notifications::UPDATEABFAXLIST << QList<int>{5};
+        QTest::newRow("UPDATEABFAXLISTCLEAN clears first") << Notifications::UPDATEABFAXLISTCLEAN << QList<int>{0, 5};
+    }
+    void followsNotifications()
+    {
+        QFETCH(QString, name);
+        QFETCH(QList<int>, rowsAtResets);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        // A new message on machine 2.
+        writeFile(rig.storage(kVoicebox + u"meta1"_s),
+                  metaFile({record("0893333", "rec.1.000", 65, 13, 11), record("0304444", "rec.1.001", 9, 14, 7)}, true));
+        QList<int> rowsAt;
+        connect(w.voicemailModel(), &QAbstractItemModel::modelReset, this,
+                [&] { rowsAt.append(w.voicemailModel()->rowCount()); });
+        QSignalSpy done(&w, &VoicemailWindow::loadFinished);
+        NotificationCenter::defaultCenter().post(name);
+        QTRY_COMPARE_WITH_TIMEOUT(done.count(), 1, kWait);
+        QCOMPARE(rowsAt, rowsAtResets);
+        QCOMPARE(cell(w.voicemailModel(), 3, VoicemailListModel::Number), u"0304444"_s);
+        QCOMPARE(w.datasource().newVoicemailsCounter, 5);
+    }
+
+    void hiddenWindowReadsWhenShown_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("faxesWhileHidden");
+        QTest::newRow("RELOADABFAXLIST: the old list until shown") << Notifications::RELOADABFAXLIST << 2;
+        QTest::newRow("UPDATEABFAXLISTCLEAN: emptied at once") << Notifications::UPDATEABFAXLISTCLEAN << 0;
+    }
+    void hiddenWindowReadsWhenShown()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, faxesWhileHidden);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        w.hide();
+        QVERIFY(QFile::remove(rig.storage(kFaxbox + kFaxNamed)));
+        NotificationCenter::defaultCenter().post(name);
+        QCoreApplication::processEvents();
+        QVERIFY(!w.isLoading());
+        QCOMPARE(w.faxModel()->rowCount(), faxesWhileHidden);
+        QVERIFY(rig.openWindow());
+        QCOMPARE(w.faxModel()->rowCount(), 1);
+    }
+
+    void cleanWhileReadingDropsTheRun()
+    {
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start();
+        QVERIFY(rig.openWindow());
+        VoicemailWindow& w = rig.window();
+        w.hide();
+        w.reload(); // still reading the old location when the new one is activated
+        QVERIFY(w.isLoading());
+        NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLISTCLEAN);
+        QCoreApplication::processEvents();
+        QVERIFY(!w.isLoading());
+        QVERIFY(QThreadPool::globalInstance()->waitForDone(kWait));
+        QCoreApplication::processEvents();
+        QCOMPARE(w.voicemailModel()->rowCount(), 0);
+        QCOMPARE(w.faxModel()->rowCount(), 0);
+        QVERIFY(w.errorLine()->text().isEmpty());
+        QVERIFY(w.reloadAction()->isEnabled());
+    }
+
+    void trayOpensTheWindow_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<bool>("fromMenu");
+        QTest::newRow("--voicemail") << QStringList{u"--voicemail"_s} << false;
+        QTest::newRow("menu item") << QStringList{} << true;
+    }
+    void trayOpensTheWindow()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(bool, fromMenu);
+        VoicemailRig rig;
+        QVERIFY(rig.open());
+        rig.start(arguments);
+        TrayMenu& menu = rig.tray->menu();
+        // Beside the call list.
+        const QList<QAction*> items = menu.menu()->actions();
+        QCOMPARE(items.indexOf(menu.voicemailItem()), items.indexOf(menu.callListItem()) + 1);
+        QCOMPARE(menu.voicemailItem()->text(), u"Answering machine and fax"_s);
+        if (fromMenu) {
+            QVERIFY(!rig.window().isVisible());
+            menu.voicemailItem()->trigger();
+        }
+        VoicemailWindow* first = &rig.window();
+        QVERIFY(first->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(first->voicemailModel()->rowCount(), 4, kWait);
+        QCOMPARE(first->windowTitle(), u"Answering machine and fax – Home"_s);
+        // Once more from the other way: the same window.
+        rig.tray->handleArguments({u"--voicemail"_s});
+        menu.voicemailItem()->trigger();
+        QCOMPARE(&rig.window(), first);
+        QTRY_VERIFY_WITH_TIMEOUT(!first->isLoading(), kWait);
+    }
+};
+
+QTEST_MAIN(TestVoicemailWindow)
+#include "tst_voicemailwindow.moc"
