@@ -44,6 +44,7 @@ SettingsWindow::SettingsWindow(TNPreferencesManager& manager, QWidget* parent)
 {
     setWindowTitle(tr("Tondrel Settings"));
     buildLayout();
+    resize(900, 560);
 
     for (GlobalPage* page : m_globalPages) {
         page->load(m_manager.store());

@@ -29,8 +29,9 @@ QTableWidget* table(const QStringList& headers)
     auto* t = new QTableWidget(0, int(headers.size()));
     t->setHorizontalHeaderLabels(headers);
     t->verticalHeader()->setVisible(false);
-    t->horizontalHeader()->setStretchLastSection(false);
+    // The name takes the free width; numbers and check boxes keep theirs.
     t->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    t->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     t->setSelectionMode(QAbstractItemView::NoSelection);
     t->setEditTriggers(QAbstractItemView::NoEditTriggers);
     return t;
@@ -105,10 +106,10 @@ TelephonySettingsPage::TelephonySettingsPage(QWidget* parent) : LocationPage(par
 
     box->addWidget(new QLabel(tr("Telephones (shown ones appear in the menu and the dial window):")));
     m_extensions = table({tr("Number"), tr("Name"), tr("Show")});
-    box->addWidget(m_extensions);
+    box->addWidget(m_extensions, 3);
     box->addWidget(new QLabel(tr("Own numbers:")));
     m_lines = table({tr("Number"), tr("Name"), tr("Hide in call monitor"), tr("Hide in call list")});
-    box->addWidget(m_lines);
+    box->addWidget(m_lines, 2);
 }
 
 void TelephonySettingsPage::load(const TNPreferences& prefs)

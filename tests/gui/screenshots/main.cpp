@@ -10,6 +10,7 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
+#include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
 
@@ -25,6 +26,7 @@
 #include <QJsonDocument>
 #include <QMenu>
 #include <QPainter>
+#include <QTabWidget>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -155,6 +157,17 @@ int main(int argc, char** argv)
     QTest::qWait(4000);
     ok &= save(traffic.grab(), out.filePath(u"traffic.png"_s));
     traffic.close();
+
+    // The settings of the location, on the telephony page.
+    tray.openSettings();
+    if (SettingsWindow* settings = tray.settingsWindow()) {
+        settings->move(40, 40);
+        if (auto* tabs = settings->findChild<QTabWidget*>())
+            tabs->setCurrentIndex(1);
+        QTest::qWait(400);
+        ok &= save(settings->grab(), out.filePath(u"settings.png"_s));
+        settings->close();
+    }
 
     // The setup assistant's first step with the router it found.
     SetupWizard wizard(*env.env);
