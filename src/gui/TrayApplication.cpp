@@ -11,7 +11,7 @@
 #include "calllist/CallListWindow.h"
 #include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
-#include "traffic/TNTrafficChart.h"
+#include "traffic/TrafficDisplay.h"
 #include "traffic/TrafficWindow.h"
 #include "voicemail/VoicemailWindow.h"
 
@@ -22,7 +22,6 @@
 #include "app/ServiceAdapters.h"
 #include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
-#include "app/TrafficSampler.h"
 #include "app/TNPreferencesManager.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxSystemHelper.h"
@@ -133,9 +132,8 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
             m_dialWindow->reloadSources();
     });
 
-    m_traffic = std::make_unique<TrafficSampler>(env.settings(), m_options.trafficQuery);
-    connect(m_traffic.get(), &TrafficSampler::trafficRecord, this, &TrayApplication::showTraffic);
-    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] { applyTrafficSettings(); });
+    m_traffic = std::make_unique<TrafficDisplay>(env.settings(), *m_status, m_options.trafficQuery);
+    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] { m_traffic->applySettings(); });
 }
 
 TrayApplication::~TrayApplication()
@@ -146,7 +144,6 @@ TrayApplication::~TrayApplication()
     // Windows and menus observe the listener: they go before it.
     m_callListWindow.reset();
     m_voicemailWindow.reset();
-    m_trafficWindow.reset();
     m_traffic.reset();
     // Router work on pool threads (samples, status checks, commands) uses the settings of the
     // environment, which goes after us: let it end first. Requests time out well within this.
@@ -169,7 +166,7 @@ void TrayApplication::start(const QStringList& arguments)
         m_status->allocStatusItem(m_menu->menu());
     if (m_env.manager().isConfigured()) {
         m_monitor->conductor().activateSettingsAndCallMonitor();
-        applyTrafficSettings();
+        m_traffic->applySettings();
         if (m_env.settings().value(keys::ShowTrafficMonitorWindow).toBool() && !m_options.headless)
             openTrafficWindow();
     } else {
@@ -302,47 +299,17 @@ void TrayApplication::openSetupAssistant()
 
 TrafficWindow& TrayApplication::trafficWindow()
 {
-    if (!m_trafficWindow) {
-        m_trafficWindow = std::make_unique<TrafficWindow>(m_env.settings());
-        // Sampling runs while the panel is shown.
-        connect(m_trafficWindow.get(), &TrafficWindow::shownChanged, m_traffic.get(), &TrafficSampler::setPanelOpen);
-    }
-    return *m_trafficWindow;
+    return m_traffic->window();
+}
+
+TrafficSampler& TrayApplication::trafficSampler()
+{
+    return m_traffic->sampler();
 }
 
 void TrayApplication::openTrafficWindow()
 {
-    trafficWindow().show();
-    m_trafficWindow->raise();
-    m_trafficWindow->activateWindow();
-}
-
-void TrayApplication::applyTrafficSettings()
-{
-    m_traffic->toogleTrafficTimer();
-    const bool inMenu = m_env.settings().value(keys::ShowTrafficMonitorInMenu).toBool();
-    if (!inMenu || !m_env.settings().value(keys::ShowTrafficMonitorMenuLabel).toBool())
-        m_status->setTrafficLabel(QString());
-    if (!inMenu || !m_env.settings().value(keys::ShowTrafficMonitorMenuGraph).toBool())
-        m_status->setTrafficIcon(QIcon());
-}
-
-void TrayApplication::showTraffic(const QVariantMap& record)
-{
-    if (m_trafficWindow)
-        m_trafficWindow->updateTrafficChartWithData(record);
-    const SettingsStore& settings = m_env.settings();
-    if (!settings.value(keys::ShowTrafficMonitorInMenu).toBool())
-        return;
-    const TrafficFigures figures = TrafficFigures::fromRecord(record);
-    if (settings.value(keys::ShowTrafficMonitorMenuLabel).toBool())
-        m_status->setTrafficLabel(figures.downLabel() + QStringLiteral("  ") + figures.upLabel());
-    if (settings.value(keys::ShowTrafficMonitorMenuGraph).toBool()) {
-        const bool useMenuColor = settings.value(QStringLiteral("trafficMonitorUseMenuColor"), true).toBool();
-        const QColor color = useMenuColor ? QApplication::palette().windowText().color()
-                                          : TrafficFigures::colorFor(QStringLiteral("ds_internet"), &settings);
-        m_status->setTrafficIcon(TNTrafficChart::trayIcon(figures, color));
-    }
+    m_traffic->openWindow();
 }
 
 SettingsWindow* TrayApplication::settingsWindow() const

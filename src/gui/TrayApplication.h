@@ -14,6 +14,7 @@ class CallMonitorWindow;
 class NotificationPresenter;
 class SettingsWindow;
 class SetupWizard;
+class TrafficDisplay;
 class TrafficSampler;
 class TrafficWindow;
 class TNStatusMenu;
@@ -82,15 +83,13 @@ public:
     // The online monitor: the panel and the sampling behind it and the tray's traffic display.
     void openTrafficWindow();
     TrafficWindow& trafficWindow();
-    TrafficSampler& trafficSampler() { return *m_traffic; }
+    TrafficSampler& trafficSampler();
     // The settings window; one at a time.
     void openSettings();
     SettingsWindow* settingsWindow() const;
 
 private:
     void updateBadge();
-    void showTraffic(const QVariantMap& record);
-    void applyTrafficSettings();
 
     AppEnvironment& m_env;
     Options m_options;
@@ -101,8 +100,7 @@ private:
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;
     QPointer<SetupWizard> m_setupWizard;
-    std::unique_ptr<TrafficSampler> m_traffic;
-    std::unique_ptr<TrafficWindow> m_trafficWindow;
+    std::unique_ptr<TrafficDisplay> m_traffic;
     std::unique_ptr<CallListWindow> m_callListWindow;
     QPointer<SettingsWindow> m_settingsWindow;
     std::unique_ptr<VoicemailWindow> m_voicemailWindow;
