@@ -2,10 +2,9 @@
 
 #include "CliContext.h"
 
-#include "app/Localization.h"
 #include "app/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
-#include "box/TNSessionManager.h"
+#include "box/RouterCommand.h"
 
 namespace BoxCli {
 
@@ -20,26 +19,14 @@ std::shared_ptr<TNPreferences> prepare(CliContext& ctx)
 
 QString failureText(TNPreferences& prefs)
 {
-    const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread();
-    if (!alert.isEmpty())
-        return alert;
-    TNSessionManager& session = TNSessionManager::forPreferences(prefs);
-    if (!session.errorMessage.isEmpty())
-        return session.errorMessage;
-    const QString where = prefs.remoteAccess ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
-                                             : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
-    return Localization::localizedFormat(QStringLiteral("errorBoxUnreachable"), where);
+    return FBBoxConnectionHelper::routerFailureText(prefs);
 }
 
 void ensureSession(TNPreferences& prefs)
 {
-    TNSessionManager& session = TNSessionManager::forPreferences(prefs);
-    session.currentSessionIDUsePreferences(&prefs);
-    // A wrong password on current firmware still ends as a session without login: the alert tells.
-    const bool wrongPassword = FBApplicationHelper::lastAlertBodyOnThisThread()
-                               == Localization::localized(QStringLiteral("errorWrongPass"));
-    if (session.sessionResult != TNSessionResultLoggedIn || wrongPassword)
-        throw CliError(1, failureText(prefs));
+    QString error;
+    if (!FBBoxConnectionHelper::ensureSession(prefs, &error))
+        throw CliError(1, error);
     FBApplicationHelper::clearLastAlertOnThisThread();
 }
 

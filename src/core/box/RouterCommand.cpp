@@ -9,9 +9,9 @@
 #include "box/FBBoxSystemHelper.h"
 #include "box/TNSessionManager.h"
 
-namespace {
+namespace FBBoxConnectionHelper {
 
-QString failureText(TNPreferences& prefs)
+QString routerFailureText(TNPreferences& prefs)
 {
     if (const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread(); !alert.isEmpty())
         return alert;
@@ -22,24 +22,19 @@ QString failureText(TNPreferences& prefs)
     return Localization::localizedFormat(QStringLiteral("errorBoxUnreachable"), where);
 }
 
-// False with the reason when no session can be had.
 bool ensureSession(TNPreferences& prefs, QString* error)
 {
     TNSessionManager& session = TNSessionManager::forPreferences(prefs);
     session.currentSessionIDUsePreferences(&prefs);
-    // A wrong password on current firmware still ends as a session without login: the alert tells.
     const bool wrongPassword =
         FBApplicationHelper::lastAlertBodyOnThisThread() == Localization::localized(QStringLiteral("errorWrongPass"));
     if (session.sessionResult != TNSessionResultLoggedIn || wrongPassword) {
-        *error = failureText(prefs);
+        if (error)
+            *error = routerFailureText(prefs);
         return false;
     }
     return true;
 }
-
-} // namespace
-
-namespace FBBoxConnectionHelper {
 
 void checkRouterStatusWithSession(TNPreferences* prefs)
 {
@@ -76,7 +71,7 @@ RouterCommandResult runRouterCommand(const QString& action, const QString& numbe
     result.ok = result.answer != u" " && result.answer != u"-2" && alert.isEmpty();
     if (result.ok)
         return result;
-    result.error = failureText(*prefs);
+    result.error = routerFailureText(*prefs);
     return result;
 }
 

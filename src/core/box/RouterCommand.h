@@ -17,6 +17,14 @@ struct RouterCommandResult
 
 namespace FBBoxConnectionHelper {
 
+// The one-line reason a request to the router failed: the alert it raised on this thread, the
+// session's error, or that the router cannot be reached.
+QString routerFailureText(TNPreferences& prefs);
+
+// Logs in or reuses the session; false with the reason when no session can be had (a wrong
+// password counts as none even where the router still hands out a session).
+bool ensureSession(TNPreferences& prefs, QString* error);
+
 // Logs in first (or reuses the session), so a wrong password is reported as such.
 RouterCommandResult runRouterCommand(const QString& action, const QString& number, const QString& port,
                                      TNPreferences* prefs);
