@@ -61,13 +61,10 @@ void PhonebookCommand::setup(CLI::App& app, CliContext& ctx)
 void PhonebookCommand::show(CliContext& ctx)
 {
     auto prefs = BoxCli::prepare(ctx);
-    BoxCli::ensureSession(*prefs);
-    FBPhonebookExchange exchange = FBPhonebookBox::exchangeForPreferences(*prefs);
-    const QString book = exchange.loadPhoneBook();
     QVector<BoxPhonebook> books;
     QString why;
-    if (book.isEmpty() || !BoxPhonebookReader::parse(book, &books, &why))
-        throw CliError(1, exchange.errorMessage().isEmpty() ? why : exchange.errorMessage());
+    if (!FBPhonebookBox::loadPhoneBook(*prefs, &books, &why))
+        throw CliError(1, why);
     if (ctx.json) {
         QVariantList rows;
         for (const auto& b : std::as_const(books))
@@ -106,10 +103,9 @@ void PhonebookCommand::add(CliContext& ctx)
         throw CliError(2, QStringLiteral("give at least one of --home, --mobile, --work"));
 
     auto prefs = BoxCli::prepare(ctx);
-    BoxCli::ensureSession(*prefs);
-    FBPhonebookExchange exchange = FBPhonebookBox::exchangeForPreferences(*prefs);
-    if (!exchange.exportContactToBox(entry))
-        throw CliError(1, exchange.errorMessage());
+    QString why;
+    if (!FBPhonebookBox::addContact(*prefs, entry, &why))
+        throw CliError(1, why);
     if (ctx.json)
         ctx.printJson(QVariantMap{{QStringLiteral("added"), entry.name}});
     else
@@ -129,10 +125,9 @@ void PhonebookCommand::exportGroup(CliContext& ctx)
         throw CliError(1, QStringLiteral("the address book has no group '%1'").arg(group));
     const QString xml = adressbooksearch::peoplesForGroupWithFormat(group, prefs->contactFormat, book.get(),
                                                                     Prefixis(prefs->prefixis));
-    BoxCli::ensureSession(*prefs);
-    FBPhonebookExchange exchange = FBPhonebookBox::exchangeForPreferences(*prefs);
-    if (!exchange.exportGroupToBox(xml))
-        throw CliError(1, exchange.errorMessage());
+    QString why;
+    if (!FBPhonebookBox::replacePhoneBook(*prefs, xml, &why))
+        throw CliError(1, why);
     const int contacts = int(xml.count(QStringLiteral("<contact>")));
     if (ctx.json)
         ctx.printJson(QVariantMap{{QStringLiteral("group"), group}, {QStringLiteral("contacts"), contacts}});

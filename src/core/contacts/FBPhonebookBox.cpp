@@ -2,6 +2,8 @@
 
 #include "app/TNPreferences.h"
 #include "box/FBConnection.h"
+#include "box/FBApplicationHelper.h"
+#include "box/RouterCommand.h"
 #include "box/TNSessionManager.h"
 
 namespace FBPhonebookBox {
@@ -40,6 +42,49 @@ FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs)
         return answer;
     };
     return FBPhonebookExchange(auth, post);
+}
+
+namespace {
+// Logs in, runs the exchange, and says why it failed.
+bool withExchange(TNPreferences& prefs, QString* error, const std::function<bool(FBPhonebookExchange&)>& work)
+{
+    FBApplicationHelper::clearLastAlertOnThisThread();
+    QString why;
+    if (!FBBoxConnectionHelper::ensureSession(prefs, &why)) {
+        if (error)
+            *error = why;
+        return false;
+    }
+    FBPhonebookExchange exchange = exchangeForPreferences(prefs);
+    if (work(exchange))
+        return true;
+    if (error)
+        *error = exchange.errorMessage().isEmpty() ? FBBoxConnectionHelper::routerFailureText(prefs)
+                                                   : exchange.errorMessage();
+    return false;
+}
+} // namespace
+
+bool loadPhoneBook(TNPreferences& prefs, QVector<BoxPhonebook>* books, QString* error)
+{
+    QString why;
+    const bool ok = withExchange(prefs, error, [&](FBPhonebookExchange& exchange) {
+        const QString book = exchange.loadPhoneBook();
+        return !book.isEmpty() && BoxPhonebookReader::parse(book, books, &why);
+    });
+    if (!ok && error && !why.isEmpty())
+        *error = why;
+    return ok;
+}
+
+bool addContact(TNPreferences& prefs, const BoxContactEntry& entry, QString* error)
+{
+    return withExchange(prefs, error, [&](FBPhonebookExchange& exchange) { return exchange.exportContactToBox(entry); });
+}
+
+bool replacePhoneBook(TNPreferences& prefs, const QString& bookXML, QString* error)
+{
+    return withExchange(prefs, error, [&](FBPhonebookExchange& exchange) { return exchange.exportGroupToBox(bookXML); });
 }
 
 } // namespace FBPhonebookBox
