@@ -724,6 +724,124 @@
     </message>
 </context>
 <context>
+    <name>PhonebookContactDialog</name>
+    <message>
+        <source>Important person (rings even when calls are blocked)</source>
+        <translation>Wichtige Person (klingelt auch bei Klingelsperre)</translation>
+    </message>
+    <message>
+        <source>New contact on the router</source>
+        <translation>Neuer Kontakt auf der FRITZ!Box</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Home:</source>
+        <translation>Privat:</translation>
+    </message>
+    <message>
+        <source>Mobile:</source>
+        <translation>Mobil:</translation>
+    </message>
+    <message>
+        <source>Work:</source>
+        <translation>Geschäftlich:</translation>
+    </message>
+</context>
+<context>
+    <name>PhonebookWindow</name>
+    <message>
+        <source>home</source>
+        <translation>privat</translation>
+    </message>
+    <message>
+        <source>mobile</source>
+        <translation>mobil</translation>
+    </message>
+    <message>
+        <source>work</source>
+        <translation>geschäftlich</translation>
+    </message>
+    <message>
+        <source>Router phone book – Tondrel</source>
+        <translation>Telefonbuch der FRITZ!Box – Tondrel</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>Rufnummern</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Add contact…</source>
+        <translation>Kontakt hinzufügen…</translation>
+    </message>
+    <message>
+        <source>Address book group:</source>
+        <translation>Adressbuchgruppe:</translation>
+    </message>
+    <message>
+        <source>Send to the router…</source>
+        <translation>An die FRITZ!Box senden…</translation>
+    </message>
+    <message>
+        <source>Replaces the router's phone book with the contacts of the group.</source>
+        <translation>Ersetzt das Telefonbuch der FRITZ!Box durch die Kontakte der Gruppe.</translation>
+    </message>
+    <message>
+        <source>Replace the router's phone book with the %1 contacts of "%2"? Entries on the router that are not in the group are lost.</source>
+        <translation>Das Telefonbuch der FRITZ!Box durch die %1 Kontakte von „%2“ ersetzen? Einträge auf der FRITZ!Box, die nicht in der Gruppe sind, gehen verloren.</translation>
+    </message>
+    <message>
+        <source>The address book has no groups (vCard categories).</source>
+        <translation>Das Adressbuch hat keine Gruppen (vCard-Kategorien).</translation>
+    </message>
+    <message>
+        <source>No router is set up yet.</source>
+        <translation>Es ist noch keine FRITZ!Box eingerichtet.</translation>
+    </message>
+    <message>
+        <source>1 contact on the router.</source>
+        <translation>1 Kontakt auf der FRITZ!Box.</translation>
+    </message>
+    <message>
+        <source>%1 contacts on the router.</source>
+        <translation>%1 Kontakte auf der FRITZ!Box.</translation>
+    </message>
+    <message>
+        <source>Reading the router's phone book…</source>
+        <translation>Das Telefonbuch der FRITZ!Box wird gelesen…</translation>
+    </message>
+    <message>
+        <source>Important person</source>
+        <translation>Wichtige Person</translation>
+    </message>
+    <message>
+        <source>Adding %1 to the router's phone book…</source>
+        <translation>%1 wird zum Telefonbuch der FRITZ!Box hinzugefügt…</translation>
+    </message>
+    <message>
+        <source>%1 was added to the router's phone book.</source>
+        <translation>%1 wurde zum Telefonbuch der FRITZ!Box hinzugefügt.</translation>
+    </message>
+    <message>
+        <source>Sending "%1" to the router…</source>
+        <translation>„%1“ wird an die FRITZ!Box gesendet…</translation>
+    </message>
+    <message>
+        <source>The router's phone book now holds the contacts of "%1".</source>
+        <translation>Das Telefonbuch der FRITZ!Box enthält jetzt die Kontakte von „%1“.</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>%1
@@ -1275,6 +1393,10 @@ Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translatio
     <message>
         <source>Answering machine and fax</source>
         <translation>Anrufbeantworter und Fax</translation>
+    </message>
+    <message>
+        <source>Router phone book</source>
+        <translation>Telefonbuch der FRITZ!Box</translation>
     </message>
 </context>
 <context>

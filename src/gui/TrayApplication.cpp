@@ -9,6 +9,7 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
+#include "phonebook/PhonebookWindow.h"
 #include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficDisplay.h"
@@ -119,6 +120,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::openCallList, this, &TrayApplication::openCallList);
     connect(m_menu.get(), &TrayMenu::openSettings, this, &TrayApplication::openSettings);
     connect(m_menu.get(), &TrayMenu::openVoicemail, this, &TrayApplication::openVoicemail);
+    connect(m_menu.get(), &TrayMenu::openPhonebook, this, &TrayApplication::openPhonebook);
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
@@ -144,6 +146,7 @@ TrayApplication::~TrayApplication()
     // Windows and menus observe the listener: they go before it.
     m_callListWindow.reset();
     m_voicemailWindow.reset();
+    m_phonebookWindow.reset();
     m_traffic.reset();
     // Router work on pool threads (samples, status checks, commands) uses the settings of the
     // environment, which goes after us: let it end first. Requests time out well within this.
@@ -257,6 +260,20 @@ VoicemailWindow& TrayApplication::voicemailWindow()
         m_voicemailWindow = std::make_unique<VoicemailWindow>(m_env.manager(), m_env.voicemailMarkers(),
                                                               &m_env.callerNames());
     return *m_voicemailWindow;
+}
+
+PhonebookWindow& TrayApplication::phonebookWindow()
+{
+    if (!m_phonebookWindow)
+        m_phonebookWindow = std::make_unique<PhonebookWindow>(m_env.manager(), m_env.settings());
+    return *m_phonebookWindow;
+}
+
+void TrayApplication::openPhonebook()
+{
+    phonebookWindow().show();
+    m_phonebookWindow->raise();
+    m_phonebookWindow->activateWindow();
 }
 
 void TrayApplication::openVoicemail()

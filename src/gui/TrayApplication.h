@@ -12,6 +12,7 @@ class AppEnvironment;
 class CallListWindow;
 class CallMonitorWindow;
 class NotificationPresenter;
+class PhonebookWindow;
 class SettingsWindow;
 class SetupWizard;
 class TrafficDisplay;
@@ -75,6 +76,8 @@ public:
     // The answering machine and fax window; one at a time.
     VoicemailWindow& voicemailWindow();
     void openVoicemail();
+    PhonebookWindow& phonebookWindow();
+    void openPhonebook();
     void openNewCall(const QString& number, const QStringList& contact);
     void openMemoEditor(const QString& uid);
     // The setup assistant; one window at a time.
@@ -104,4 +107,5 @@ private:
     std::unique_ptr<CallListWindow> m_callListWindow;
     QPointer<SettingsWindow> m_settingsWindow;
     std::unique_ptr<VoicemailWindow> m_voicemailWindow;
+    std::unique_ptr<PhonebookWindow> m_phonebookWindow;
 };

@@ -41,6 +41,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     connect(m_callList, &QAction::triggered, this, &TrayMenu::openCallList);
     m_voicemail = m_menu.addAction(tr("Answering machine and fax"));
     connect(m_voicemail, &QAction::triggered, this, &TrayMenu::openVoicemail);
+    m_phonebook = m_menu.addAction(tr("Router phone book"));
+    connect(m_phonebook, &QAction::triggered, this, &TrayMenu::openPhonebook);
     m_traffic = m_menu.addAction(tr("Online monitor"));
     connect(m_traffic, &QAction::triggered, this, &TrayMenu::openTrafficMonitor);
 

@@ -44,6 +44,7 @@ public:
     QAction* callListItem() const { return m_callList; }
     QAction* settingsItem() const { return m_settings; }
     QAction* voicemailItem() const { return m_voicemail; }
+    QAction* phonebookItem() const { return m_phonebook; }
     ExtensionsMenu* extensionsMenu() const { return m_extensions; }
     LatestCallsMenu* latestCallsMenu() const { return m_latest; }
     LocationsMenu* locationsMenu() const { return m_locations; }
@@ -58,6 +59,7 @@ signals:
     void openCallMonitor();
     void openCallList();
     void openVoicemail();
+    void openPhonebook();
     void newCall(const QString& number, const QStringList& contact);
     void setupRouter();
     void openTrafficMonitor();
@@ -77,6 +79,7 @@ private:
     QAction* m_newCall = nullptr;
     QAction* m_callList = nullptr;
     QAction* m_voicemail = nullptr;
+    QAction* m_phonebook = nullptr;
     QAction* m_wlan = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;

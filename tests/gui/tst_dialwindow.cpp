@@ -130,9 +130,9 @@ void TestDialWindow::dialThroughTheRouter_data()
         << u"secret"_s << true << u"0301234567@610"_s << u"DIAL/0301234567/610"_s << u"pick up the handset"_s;
     QTest::newRow("declined at the question") << u"secret"_s << false << QString() << QString() << QString();
     // The status check at start met the wrong password first (its alert goes to a message box);
-    // the router then answers as to a user without rights.
+    // the dial is still refused with the reason, though the router sent no second alert.
     QTest::newRow("wrong password: refused, the call ends")
-        << u"wrong"_s << true << QString() << u"DISCONNECT/0301234567/610"_s << u"lacks the right"_s;
+        << u"wrong"_s << true << QString() << u"DISCONNECT/0301234567/610"_s << u"password for the router is wrong"_s;
 }
 
 void TestDialWindow::dialThroughTheRouter()

@@ -26,11 +26,20 @@ bool ensureSession(TNPreferences& prefs, QString* error)
 {
     TNSessionManager& session = TNSessionManager::forPreferences(prefs);
     session.currentSessionIDUsePreferences(&prefs);
-    const bool wrongPassword =
-        FBApplicationHelper::lastAlertBodyOnThisThread() == Localization::localized(QStringLiteral("errorWrongPass"));
-    if (session.sessionResult != TNSessionResultLoggedIn || wrongPassword) {
+    const QString wrongPassText = Localization::localized(QStringLiteral("errorWrongPass"));
+    const bool alerted = FBApplicationHelper::lastAlertBodyOnThisThread() == wrongPassText;
+    // After a wrong password a current router ends as "a box without sessions" ("-1"), which is
+    // then reused for minutes without a new alert: a router whose login page asked for the
+    // password (luaType set) has sessions, so "-1" there still means the password was refused.
+    QString sid;
+    {
+        QMutexLocker lock(&prefs.runtimeMutex());
+        sid = prefs.remoteAccess ? prefs.remoteSessionID : prefs.sessionID;
+    }
+    const bool refusedEarlier = session.luaType != 0 && sid == u"-1";
+    if (session.sessionResult != TNSessionResultLoggedIn || alerted || refusedEarlier) {
         if (error)
-            *error = routerFailureText(prefs);
+            *error = refusedEarlier && !alerted ? wrongPassText : routerFailureText(prefs);
         return false;
     }
     return true;
