@@ -1,23 +1,29 @@
 // The call list window of the tray on a real call database: day rows, lists, search, sort,
-// deletion, copying, memos, import and export, and how the tray opens it.
+// deletion, copying, memos, import and export, adding to the address book, looking up online,
+// and how the tray opens it.
 #include "GuiFixture.h"
+#include "../contacts/DirectoryServer.h"
 
 #include "DialWindow.h"
 #include "TrayApplication.h"
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
+#include "calllist/AddContactDialog.h"
 #include "calllist/CallListGroups.h"
 #include "calllist/CallListModel.h"
 #include "calllist/CallListWindow.h"
 #include "calllist/CallMemoDialog.h"
 #include "calllist/CallStatisticsDialog.h"
 
+#include "app/Localization.h"
 #include "app/NotificationCenter.h"
 #include "app/NotificationNames.h"
 #include "app/SettingsKeys.h"
 #include "app/SettingsStore.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
+#include "contacts/ReverseSearchDefinitions.h"
+#include "contacts/VCardAddressBook.h"
 #include "monitor/StreamListener.h"
 
 #include <QClipboard>
@@ -28,6 +34,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -138,6 +145,9 @@ private slots:
     void followsNotifications();
     void importAndExport();
     void statistics();
+    void addToAddressBook();
+    void lookUpOnline_data();
+    void lookUpOnline();
     void openedByTheTray_data();
     void openedByTheTray();
 };
@@ -611,6 +621,96 @@ void TestCallListWindow::openedByTheTray()
     QCOMPARE(w->isVisible(), open);
     if (open)
         QCOMPARE(w->model()->callCount(), 1);
+}
+
+void TestCallListWindow::addToAddressBook()
+{
+    {
+        ListRig rig; // no address book configured
+        QVERIFY(rig.open());
+        rig.start();
+        rig.call(1, day(2), u"0301234"_s);
+        CallListWindow& w = rig.window();
+        clickRow(w, rowOfNumber(*w.model(), u"0301234"_s));
+        QVERIFY(!w.addContactAction()->isEnabled());
+        QVERIFY(w.addContactAction()->toolTip().contains(u"No address book"_s));
+    }
+    QTemporaryDir dir;
+    const QString path = dir.filePath(u"contacts.vcf"_s);
+    ListRig rig;
+    QVERIFY(rig.open({{keys::AddressBook, path}}));
+    rig.start();
+    rig.call(1, day(2), u"0301234"_s);
+    CallListWindow& w = rig.window();
+    clickRow(w, rowOfNumber(*w.model(), u"0301234"_s));
+    QVERIFY(w.addContactAction()->isEnabled());
+    AddContactDialog* dialog = w.openAddContact();
+    QVERIFY(dialog);
+    QCOMPARE(dialog->numberField()->text(), u"0301234"_s);
+    QVERIFY(!dialog->save()); // neither a name nor a company
+    QVERIFY(!QFile::exists(path));
+    dialog->firstNameField()->setText(u"Erika"_s);
+    dialog->lastNameField()->setText(u"Muster"_s);
+    dialog->numberField()->setText(u"+49 30 1234"_s);
+    dialog->labelBox()->setCurrentIndex(dialog->labelBox()->findData(u"work"_s));
+    dialog->accept();
+
+    // On disk, and the call now shows the contact.
+    VCardAddressBook reread(path);
+    const auto people = reread.snapshot()->people;
+    QCOMPARE(people.size(), 1);
+    QCOMPARE(people[0].lastName, u"Muster"_s);
+    QCOMPARE(people[0].phones.size(), 1);
+    QCOMPARE(people[0].phones[0].label, u"work"_s);
+    QCOMPARE(people[0].phones[0].value, u"+49 30 1234"_s);
+    const int row = rowOfNumber(*w.model(), u"0301234"_s);
+    QTRY_VERIFY(w.model()->index(row, 0).data(CallListModel::ContactRole).toStringList().value(1).contains(u"Muster"_s));
+    QCOMPARE(rig.calls().searchCallerNameForPhoneNumber(u"0301234"_s).value(0), people[0].uid);
+}
+
+void TestCallListWindow::lookUpOnline_data()
+{
+    QTest::addColumn<QByteArray>("page");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("found") << QByteArray("<p>Teilnehmer: <b>Erika Muster</b></p>") << u"Erika Muster"_s;
+    QTest::newRow("nothing found") << QByteArray("<p>Kein Treffer</p>") << QString();
+}
+
+void TestCallListWindow::lookUpOnline()
+{
+    QFETCH(QByteArray, page);
+    QFETCH(QString, name);
+    DirectoryServer directory;
+    directory.setPage("/search", page);
+    directory.startServing();
+    ListRig rig;
+    QVERIFY(rig.open());
+    // The location's own lookup is off; asking explicitly still asks.
+    QFile defs(QDir(rig.env.dirs.dataDir()).filePath(ReverseSearchDefinitions::FileName));
+    QVERIFY(defs.open(QIODevice::WriteOnly));
+    defs.write(u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
+               u"<key>0049</key><dict><key>prefix</key><string>0</string><key>url</key><string>%1</string>"
+               u"<key>data</key><string>nr=##NUMBER##</string><key>match</key><string>&lt;b&gt;([^&lt;]+)&lt;/b&gt;</string>"
+               u"</dict></dict></dict></plist>\n"_s.arg(directory.url("/search")).toUtf8());
+    defs.close();
+    rig.start();
+    rig.call(2, day(2), u"0301234"_s);
+    CallListWindow& w = rig.window();
+    clickRow(w, rowOfNumber(*w.model(), u"0301234"_s));
+    QVERIFY(w.lookUpAction()->isEnabled());
+    QSignalSpy finished(&w, &CallListWindow::lookUpFinished);
+    w.lookUpAction()->trigger();
+    QVERIFY(!w.lookUpAction()->isEnabled()); // one at a time
+    QVERIFY(finished.wait(10000));
+    QCOMPARE(finished.at(0).at(1).toString(), name);
+    QCOMPARE(directory.requests().size(), 1);
+    QCOMPARE(directory.requests().at(0).body, QByteArray("nr=0301234"));
+    const int row = rowOfNumber(*w.model(), u"0301234"_s);
+    QTRY_COMPARE(w.model()->index(row, 0).data(CallListModel::ContactRole).toStringList().value(1), name);
+    if (name.isEmpty())
+        QCOMPARE(w.statusBar()->currentMessage(), Localization::localized(u"noReverseMatch"_s));
+    else
+        QCOMPARE(rig.calls().searchCallerNameForPhoneNumber(u"0301234"_s).value(1), name);
 }
 
 QTEST_MAIN(TestCallListWindow)

@@ -494,11 +494,16 @@ SqlFragment TNCallinglist::getConditionSearchStringForID(qint64 id)
 
 qint64 TNCallinglist::getSmartCallsCounterFromListForProfile(int profile, qint64 conditionID)
 {
+    return smartCallsCounterForConditions(profile, m_smart.getSmartConditionsForID(conditionID));
+}
+
+qint64 TNCallinglist::smartCallsCounterForConditions(int profile, const QList<SmartCondition>& conditions)
+{
     SqlFragment sql(
         QStringLiteral("SELECT count(callinglist.rowid) as cnt FROM callinglist LEFT JOIN caller ON "
                        "callinglist.phonenumber = caller.phonenumber WHERE callinglist.profile = ?"),
         {profile});
-    sql.add(m_smart.getConditionSearchStringForID(conditionID, smartContext(profile)));
+    sql.add(Smart::conditionSearchString(conditions, smartContext(profile)));
     sql.add(hiddenLineFilterForProfile(profile));
     return m_db.scalarLogged(sql, "getSmartCallsCounter").toLongLong();
 }

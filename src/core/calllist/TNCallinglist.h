@@ -152,6 +152,8 @@ public:
     bool deleteSmartListForID(qint64 id);
     SqlFragment getConditionSearchStringForID(qint64 id);
     qint64 getSmartCallsCounterFromListForProfile(int profile, qint64 conditionID);
+    // The same count for rules not stored yet (the rule editor's preview).
+    qint64 smartCallsCounterForConditions(int profile, const QList<SmartCondition>& conditions);
     void setCallCounterForProfile(int profile, qint64 id);
 
     // Memos; saving and updating post "RELOADMEMOS".

@@ -11,6 +11,8 @@
 #include "app/TNPreferencesManager.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
+#include "contacts/AddressBook.h"
+#include "contacts/ReverseLookup.h"
 #include "monitor/StreamListener.h"
 
 #include <QComboBox>
@@ -125,6 +127,12 @@ void CallListWindow::buildLayout()
     connect(m_groups, &CallListGroups::selectorChosen, this, &CallListWindow::groupChosen);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CallListWindow::updateActions);
     connect(m_table, &QTableView::customContextMenuRequested, this, &CallListWindow::showContextMenu);
+    m_groups->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_groups, &CallListGroups::customContextMenuRequested, this, &CallListWindow::showGroupsContextMenu);
+    connect(m_groups, &CallListGroups::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
+        if (const qint64 id = smartListIDForSelector(m_groups->selectorAt(m_groups->indexOfTopLevelItem(item))))
+            openSmartListEditor(id);
+    });
     connect(m_table, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         if (index.isValid() && !index.data(CallListModel::DayHeaderRole).toBool())
             m_call->trigger();
@@ -319,6 +327,13 @@ void CallListWindow::updateActions()
     m_import->setEnabled(m_profile > 0 && !m_importing);
     m_export->setEnabled(m_profile > 0);
     m_statistics->setEnabled(m_profile > 0);
+    m_newSmartList->setEnabled(m_profile > 0);
+    const QString name = first.isValid() ? first.data(CallListModel::ContactRole).toStringList().value(1) : QString();
+    m_lookUp->setEnabled(rows.size() == 1 && hasNumber && name.isEmpty() && !m_lookingUp && ReverseLookup::shared());
+    const bool book = AddressBook::shared() != nullptr;
+    m_addContact->setEnabled(rows.size() == 1 && hasNumber && book);
+    m_addContact->setToolTip(book ? tr("Add this number to the address book as a new contact")
+                                  : tr("No address book is configured: choose a vCard file under Settings, General."));
     const int count = m_model->callCount();
     const QString shown = m_model->canFetchMore({}) ? tr("%1+ calls").arg(count)
                           : count == 1             ? tr("1 call")

@@ -5,6 +5,7 @@
 #include <functional>
 
 class CallListGroups;
+class AddContactDialog;
 class CallListModel;
 class QComboBox;
 class QLabel;
@@ -13,6 +14,7 @@ class QProgressBar;
 class QTableView;
 class QTimer;
 class SettingsStore;
+class SmartListEditor;
 class StreamListener;
 class TNCallinglist;
 class TNPreferencesManager;
@@ -20,7 +22,8 @@ struct CallRow;
 
 // The call list of the active profile: the lists with their counters on the left, the calls
 // grouped by day on the right, a search over the calls, and the actions on calls (dial, copy,
-// memo, delete) and on the list (reload from the router, file import, export, statistics).
+// memo, delete, look up online, add to the address book), on the list (reload from the router,
+// file import, export, statistics) and on the smart lists (new, edit, delete).
 // Follows the call database's notifications; while hidden it only notes that it is stale.
 class CallListWindow : public QMainWindow
 {
@@ -51,6 +54,9 @@ public:
     QAction* exportAction() const { return m_export; }
     QAction* statisticsAction() const { return m_statistics; }
     QAction* newCallAction() const { return m_newCall; }
+    QAction* newSmartListAction() const { return m_newSmartList; }
+    QAction* lookUpAction() const { return m_lookUp; }
+    QAction* addContactAction() const { return m_addContact; }
 
     // The profile shown (the current location's active profile).
     int profile() const { return m_profile; }
@@ -70,6 +76,25 @@ public:
     bool importFile(const QString& path);
     bool isImporting() const { return m_importing; }
 
+    // The id of the smart list behind a side-list selector, 0 when it is none.
+    qint64 smartListIDForSelector(int selector) const;
+    // Opens the editor (non-modal) on that list, a new one for id 0.
+    SmartListEditor* openSmartListEditor(qint64 id);
+    // Asks before deleting the named smart list; a question box unless set (tests).
+    void setConfirmSmartListDelete(std::function<bool(const QString& name)> confirm)
+    {
+        m_confirmSmartListDelete = std::move(confirm);
+    }
+    // Deletes the smart list behind the selector (after the question).
+    bool deleteSmartList(int selector);
+
+    // Asks the web directories for the selected number's name on a pool thread; false when no
+    // lookup can start. lookUpFinished reports the outcome.
+    bool lookUpSelectedNumber();
+    bool isLookingUp() const { return m_lookingUp; }
+    // The dialog adding the selected call's number to the address book; null without one.
+    AddContactDialog* openAddContact();
+
     // Read the profile, counters and list again.
     void reloadAll();
     void reloadCounters(bool recount);
@@ -79,6 +104,8 @@ signals:
     // Dial this number (empty: open the new-call window) for the contact [abid, name, label].
     void callRequested(const QString& number, const QStringList& contact);
     void importFinished(int imported);
+    // The name a lookup found, "" when no directory knew the number.
+    void lookUpFinished(const QString& number, const QString& name);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -94,6 +121,9 @@ private:
     void showContextMenu(const QPoint& pos);
     void openMemo();
     void openStatistics();
+    void showGroupsContextMenu(const QPoint& pos);
+    void lookUpDone(const QString& number, const QString& name);
+    void contactAdded(const QString& number);
     void chooseImportFile();
     void chooseExportFile();
     void startRouterImport();
@@ -111,7 +141,9 @@ private:
     int m_profile = 0;
     bool m_stale = true;
     bool m_importing = false;
+    bool m_lookingUp = false;
     std::function<bool(int)> m_confirmDelete;
+    std::function<bool(const QString&)> m_confirmSmartListDelete;
 
     CallListModel* m_model = nullptr;
     CallListGroups* m_groups = nullptr;
@@ -133,4 +165,7 @@ private:
     QAction* m_export = nullptr;
     QAction* m_statistics = nullptr;
     QAction* m_newCall = nullptr;
+    QAction* m_newSmartList = nullptr;
+    QAction* m_lookUp = nullptr;
+    QAction* m_addContact = nullptr;
 };

@@ -55,6 +55,11 @@ void CallListWindow::buildActions()
     m_export = iconAction(tr("Export…"), QStyle::SP_DialogSaveButton);
     m_statistics = iconAction(tr("Statistics"), QStyle::SP_FileDialogInfoView);
     m_newCall = iconAction(tr("New call"), QStyle::SP_ArrowForward);
+    m_newSmartList = iconAction(tr("New smart list…"), QStyle::SP_FileDialogNewFolder);
+    m_newSmartList->setToolTip(tr("A saved filter of the calls, shown in the side list"));
+    m_lookUp = iconAction(tr("Look up online"), QStyle::SP_FileDialogContentsView);
+    m_lookUp->setToolTip(tr("Ask the web directories for the name of this number"));
+    m_addContact = iconAction(tr("Add to address book…"), QStyle::SP_DirHomeIcon);
     for (QAction* a : {m_copyDetails, m_delete, m_reload})
         a->setShortcutContext(Qt::WindowShortcut);
     addActions({m_copyDetails, m_delete, m_reload});
@@ -77,6 +82,9 @@ void CallListWindow::buildActions()
     connect(m_export, &QAction::triggered, this, &CallListWindow::chooseExportFile);
     connect(m_statistics, &QAction::triggered, this, &CallListWindow::openStatistics);
     connect(m_newCall, &QAction::triggered, this, [this] { emit callRequested(QString(), {}); });
+    connect(m_newSmartList, &QAction::triggered, this, [this] { openSmartListEditor(0); });
+    connect(m_lookUp, &QAction::triggered, this, &CallListWindow::lookUpSelectedNumber);
+    connect(m_addContact, &QAction::triggered, this, &CallListWindow::openAddContact);
 
     QToolBar* bar = addToolBar(tr("Call list"));
     bar->setObjectName(QStringLiteral("CallListToolBar"));
@@ -84,7 +92,9 @@ void CallListWindow::buildActions()
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     bar->addActions({m_reload, m_import, m_export});
     bar->addSeparator();
-    bar->addActions({m_statistics, m_newCall, m_memo, m_delete});
+    bar->addActions({m_statistics, m_newCall, m_addContact, m_memo, m_lookUp, m_delete});
+    bar->addSeparator();
+    bar->addAction(m_newSmartList);
 }
 
 void CallListWindow::showContextMenu(const QPoint& pos)
@@ -97,6 +107,8 @@ void CallListWindow::showContextMenu(const QPoint& pos)
         m_table->selectionModel()->select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QMenu menu(this);
     menu.addActions({m_call, m_copyNumber, m_copyDetails});
+    menu.addSeparator();
+    menu.addActions({m_lookUp, m_addContact});
     menu.addSeparator();
     menu.addAction(m_memo);
     menu.addSeparator();
