@@ -2,6 +2,65 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>AddContactDialog</name>
+    <message>
+        <source>Add to address book</source>
+        <translation>Zum Adressbuch hinzufügen</translation>
+    </message>
+    <message>
+        <source>home</source>
+        <translation>privat</translation>
+    </message>
+    <message>
+        <source>work</source>
+        <translation>geschäftlich</translation>
+    </message>
+    <message>
+        <source>mobile</source>
+        <translation>mobil</translation>
+    </message>
+    <message>
+        <source>main</source>
+        <translation>Hauptnummer</translation>
+    </message>
+    <message>
+        <source>other</source>
+        <translation>andere</translation>
+    </message>
+    <message>
+        <source>First name:</source>
+        <translation>Vorname:</translation>
+    </message>
+    <message>
+        <source>Last name:</source>
+        <translation>Nachname:</translation>
+    </message>
+    <message>
+        <source>Company:</source>
+        <translation>Firma:</translation>
+    </message>
+    <message>
+        <source>Number:</source>
+        <translation>Nummer:</translation>
+    </message>
+    <message>
+        <source>Label:</source>
+        <translation>Bezeichnung:</translation>
+    </message>
+    <message>
+        <source>Enter a name or a company.</source>
+        <translation>Geben Sie einen Namen oder eine Firma ein.</translation>
+    </message>
+    <message>
+        <source>Enter the number.</source>
+        <translation>Geben Sie die Nummer ein.</translation>
+    </message>
+    <message>
+        <source>The contact could not be added: %1</source>
+        <translation>Der Kontakt konnte nicht hinzugefügt werden: %1</translation>
+    </message>
+</context>
+<context>
     <name>CallListGroups</name>
     <message>
         <source>Incoming</source>
@@ -271,6 +330,66 @@
     <message>
         <source>Calls exported to %1.</source>
         <translation>Anrufe nach %1 exportiert.</translation>
+    </message>
+    <message>
+        <source>Add this number to the address book as a new contact</source>
+        <translation>Diese Nummer als neuen Kontakt zum Adressbuch hinzufügen</translation>
+    </message>
+    <message>
+        <source>No address book is configured: choose a vCard file under Settings, General.</source>
+        <translation>Es ist kein Adressbuch eingerichtet: Wählen Sie unter Einstellungen, Allgemein eine vCard-Datei.</translation>
+    </message>
+    <message>
+        <source>New smart list…</source>
+        <translation>Neue intelligente Liste…</translation>
+    </message>
+    <message>
+        <source>A saved filter of the calls, shown in the side list</source>
+        <translation>Ein gespeicherter Filter der Anrufe, in der Seitenliste gezeigt</translation>
+    </message>
+    <message>
+        <source>Look up online</source>
+        <translation>Online suchen</translation>
+    </message>
+    <message>
+        <source>Ask the web directories for the name of this number</source>
+        <translation>Die Web-Verzeichnisse nach dem Namen dieser Nummer fragen</translation>
+    </message>
+    <message>
+        <source>Add to address book…</source>
+        <translation>Zum Adressbuch hinzufügen…</translation>
+    </message>
+    <message>
+        <source>Looking up %1…</source>
+        <translation>Suche %1…</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 was added to the address book.</source>
+        <translation>%1 wurde zum Adressbuch hinzugefügt.</translation>
+    </message>
+    <message>
+        <source>Delete smart list</source>
+        <translation>Intelligente Liste löschen</translation>
+    </message>
+    <message>
+        <source>Delete the smart list “%1”? The calls stay in the call list.</source>
+        <translation>Die intelligente Liste „%1“ löschen? Die Anrufe bleiben in der Anrufliste.</translation>
+    </message>
+    <message>
+        <source>The smart list could not be deleted: the call database refused it.</source>
+        <translation>Die intelligente Liste konnte nicht gelöscht werden: Die Anrufdatenbank hat es abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten…</translation>
+    </message>
+    <message>
+        <source>Delete…</source>
+        <translation>Löschen…</translation>
     </message>
 </context>
 <context>
@@ -1149,6 +1268,124 @@ Mit Standardeinstellungen starten? Die alte Datei bleibt, wohin sie kopiert wurd
     <message>
         <source>Set up a router</source>
         <translation>FRITZ!Box einrichten</translation>
+    </message>
+</context>
+<context>
+    <name>SmartListEditor</name>
+    <message>
+        <source>Edit smart list</source>
+        <translation>Intelligente Liste bearbeiten</translation>
+    </message>
+    <message>
+        <source>New smart list</source>
+        <translation>Neue intelligente Liste</translation>
+    </message>
+    <message>
+        <source>all rules</source>
+        <translation>alle Regeln</translation>
+    </message>
+    <message>
+        <source>any rule</source>
+        <translation>eine der Regeln</translation>
+    </message>
+    <message>
+        <source>Add rule</source>
+        <translation>Regel hinzufügen</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Calls matching:</source>
+        <translation>Passende Anrufe:</translation>
+    </message>
+    <message>
+        <source>The smart list needs a name.</source>
+        <translation>Die intelligente Liste braucht einen Namen.</translation>
+    </message>
+    <message>
+        <source>no count yet</source>
+        <translation>noch nicht gezählt</translation>
+    </message>
+    <message>
+        <source>1 matching call</source>
+        <translation>1 passender Anruf</translation>
+    </message>
+    <message>
+        <source>%1 matching calls</source>
+        <translation>%1 passende Anrufe</translation>
+    </message>
+    <message>
+        <source>The smart list could not be saved: the call database refused it.</source>
+        <translation>Die intelligente Liste konnte nicht gespeichert werden: Die Anrufdatenbank hat es abgelehnt.</translation>
+    </message>
+</context>
+<context>
+    <name>SmartRuleRow</name>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Nebenstelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Leitung</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Call type</source>
+        <translation>Anrufart</translation>
+    </message>
+    <message>
+        <source>Remove this rule</source>
+        <translation>Diese Regel entfernen</translation>
+    </message>
+    <message>
+        <source>day, 1–31</source>
+        <translation>Tag, 1–31</translation>
+    </message>
+    <message>
+        <source>month, 1–12</source>
+        <translation>Monat, 1–12</translation>
+    </message>
+    <message>
+        <source>year, e.g. 2026</source>
+        <translation>Jahr, z. B. 2026</translation>
+    </message>
+    <message>
+        <source>number of days</source>
+        <translation>Anzahl Tage</translation>
+    </message>
+    <message>
+        <source>The day must be a number from 1 to 31.</source>
+        <translation>Der Tag muss eine Zahl von 1 bis 31 sein.</translation>
+    </message>
+    <message>
+        <source>The month must be a number from 1 to 12.</source>
+        <translation>Der Monat muss eine Zahl von 1 bis 12 sein.</translation>
+    </message>
+    <message>
+        <source>The year must have four digits.</source>
+        <translation>Das Jahr muss vier Ziffern haben.</translation>
+    </message>
+    <message>
+        <source>The number of days must be a positive number.</source>
+        <translation>Die Anzahl der Tage muss eine positive Zahl sein.</translation>
     </message>
 </context>
 <context>
