@@ -10,6 +10,7 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
+#include "phonebook/PhonebookWindow.h"
 #include "settings/SettingsWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
@@ -157,6 +158,15 @@ int main(int argc, char** argv)
     QTest::qWait(4000);
     ok &= save(traffic.grab(), out.filePath(u"traffic.png"_s));
     traffic.close();
+
+    // The router's phone book.
+    tray.openPhonebook();
+    PhonebookWindow& phonebook = tray.phonebookWindow();
+    phonebook.move(40, 40);
+    ok &= QTest::qWaitFor([&] { return !phonebook.isBusy() && phonebook.contactList()->topLevelItemCount() > 0; }, 10000);
+    QTest::qWait(300);
+    ok &= save(phonebook.grab(), out.filePath(u"phonebook.png"_s));
+    phonebook.close();
 
     // The settings of the location, on the telephony page.
     tray.openSettings();
