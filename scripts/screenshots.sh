@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Writes docs/screenshots/*.png: the tray menu, the call monitor window with a ringing and a
-# connected call, the new-call window, the call list, the online monitor, the phone book, the
+# connected call, the new-call window, the call list, the online monitor, the answering machine,
+# the phone book, the
 # settings and the setup assistant, against the
 # simulated router, under Xvfb.
 set -euo pipefail

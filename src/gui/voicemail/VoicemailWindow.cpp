@@ -105,7 +105,8 @@ QTableView* VoicemailWindow::makeTable(VoicemailListModel* model)
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setSectionResizeMode(VoicemailListModel::New, QHeaderView::Fixed);
     header->resizeSection(VoicemailListModel::New, 26);
-    header->resizeSection(VoicemailListModel::Date, 130);
+    // Dates in the locale's format, bold when new: they take what they need.
+    header->setSectionResizeMode(VoicemailListModel::Date, QHeaderView::ResizeToContents);
     header->resizeSection(VoicemailListModel::Number, 130);
     header->setSectionResizeMode(VoicemailListModel::Name, QHeaderView::Stretch);
     header->resizeSection(VoicemailListModel::Line, 150);

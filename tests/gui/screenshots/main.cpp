@@ -1,7 +1,10 @@
 // Writes the pictures of the README: the tray menu, the call monitor window with a ringing and
 // a connected call, and the new-call window, against the simulated router. Needs a display
 // (scripts/screenshots.sh runs it under Xvfb).
+#include "../../voicemail/MetaFileBuilder.h"
+#include "../../voicemail/SpeexTone.h"
 #include "../GuiFixture.h"
+#include "FtpServerProcess.h"
 
 #include "CallMonitorWindow.h"
 #include "DialWindow.h"
@@ -12,6 +15,7 @@
 #include "calllist/CallListWindow.h"
 #include "phonebook/PhonebookWindow.h"
 #include "settings/SettingsWindow.h"
+#include "voicemail/VoicemailWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
 
@@ -28,6 +32,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -61,13 +66,56 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "simulator: %s\n", qPrintable(sim.error()));
         return 1;
     }
+    // The router's storage with two messages and a fax, served over FTP.
+    QTemporaryDir storage;
+    const QString voicebox = storage.filePath(u"USB-Stick/FRITZ/voicebox/"_s);
+    const QString faxbox = storage.filePath(u"USB-Stick/FRITZ/faxbox/"_s);
+    QDir().mkpath(voicebox + u"rec"_s);
+    QDir().mkpath(faxbox);
+    const auto message = [](const char* number, const char* file, quint32 seconds, int day, int hour) {
+        MetaRecord r;
+        r.number = QString::fromLatin1(number);
+        r.recFile = QString::fromLatin1(file);
+        r.calledLine = u"5550000"_s;
+        r.duration = seconds;
+        r.day = day;
+        r.month = QDate::currentDate().month();
+        r.year = QDate::currentDate().year() % 100;
+        r.hour = hour;
+        r.minute = 12;
+        return r;
+    };
+    const auto writeFile = [](const QString& path, const QByteArray& data) {
+        QFile f(path);
+        return f.open(QIODevice::WriteOnly) && f.write(data) == data.size();
+    };
+    const int today = QDate::currentDate().day();
+    bool stored = writeFile(voicebox + u"meta0"_s,
+                            metaFile({message("0409998877", "rec.0.000", 23, today, 9),
+                                      message("0301234567", "rec.0.001", 41, today, 11)},
+                                     false));
+    stored &= writeFile(voicebox + u"rec/rec.0.000"_s, speexToneRecording(500, 20, 0));
+    stored &= writeFile(voicebox + u"rec/rec.0.001"_s, speexToneRecording(700, 20, 0));
+    stored &= writeFile(faxbox + QDate::currentDate().toString(u"dd.MM.yy"_s) + u"_08.05_Telefax.08005550199.pdf"_s,
+                        "%PDF-1.4\n%%EOF\n");
+    FtpServerProcess ftp(storage.path(), u"ftp-secret"_s, false);
+    if (!stored || ftp.port() <= 0) {
+        std::fprintf(stderr, "the FTP storage could not be set up\n");
+        return 1;
+    }
+
     GuiEnv env;
     QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
+    home.insert(u"FTPPort"_s, ftp.port());
+    home.insert(u"FTPUserName"_s, u"ftpuser"_s);
+    home.insert(u"FTPSSL"_s, false);
     home.insert(u"Lines"_s, QVariantList{QVariantMap{{u"Line"_s, u"5550000"_s}, {u"Title"_s, u"SIP0"_s}}});
     if (!env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}})) {
         std::fprintf(stderr, "settings could not be opened\n");
         return 1;
     }
+    env.env->secrets().write(SecretStore::keychainServiceForKey(u"FTPPass"_s, u"L1"_s),
+                             SecretStore::keychainAccountForKey(u"FTPPass"_s), u"ftp-secret"_s);
     env.setPassword(u"L1"_s, u"secret"_s);
     TNCallinglist& calls = *env.env->callinglist();
     const qint64 now = QDateTime::currentSecsSinceEpoch();
@@ -158,6 +206,15 @@ int main(int argc, char** argv)
     QTest::qWait(4000);
     ok &= save(traffic.grab(), out.filePath(u"traffic.png"_s));
     traffic.close();
+
+    // The answering machine's messages and the faxes.
+    VoicemailWindow& voicemail = tray.voicemailWindow();
+    voicemail.move(40, 40);
+    tray.openVoicemail();
+    ok &= QTest::qWaitFor([&] { return !voicemail.isLoading(); }, 15000);
+    QTest::qWait(400);
+    ok &= save(voicemail.grab(), out.filePath(u"voicemail.png"_s));
+    voicemail.close();
 
     // The router's phone book.
     tray.openPhonebook();
