@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # Writes docs/screenshots/*.png: the tray menu, the call monitor window with a ringing and a
 # connected call, the new-call window, the call list, the online monitor, the answering machine,
-# the phone book, the
-# settings and the setup assistant, against the
-# simulated router, under Xvfb.
+# the phone book, the settings and the setup assistant, against the simulated router and a local
+# FTP storage, under Xvfb.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
