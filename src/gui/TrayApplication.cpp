@@ -27,6 +27,8 @@
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxSystemHelper.h"
 #include "box/RouterCommand.h"
+#include "contacts/ContactsServices.h"
+#include "contacts/FBReverseSearch.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/DBusNotificationPresenter.h"
 
@@ -169,6 +171,7 @@ void TrayApplication::start(const QStringList& arguments)
         m_status->allocStatusItem(m_menu->menu());
     if (m_env.manager().isConfigured()) {
         m_monitor->conductor().activateSettingsAndCallMonitor();
+        refreshLookupDefinitions();
         m_traffic->applySettings();
         if (m_env.settings().value(keys::ShowTrafficMonitorWindow).toBool() && !m_options.headless)
             openTrafficWindow();
@@ -193,6 +196,20 @@ void TrayApplication::start(const QStringList& arguments)
         }
     }
     handleArguments(arguments);
+}
+
+void TrayApplication::refreshLookupDefinitions()
+{
+    SettingsStore& settings = m_env.settings();
+    if (!settings.contains(keys::AutoUpdateReverseSearch)) {
+        settings.setValue(keys::AutoUpdateReverseSearch, true);
+        settings.sync();
+    }
+    if (!settings.value(keys::AutoUpdateReverseSearch).toBool())
+        return;
+    // The download's interval and version checks decide whether anything is fetched.
+    FBReverseSearch* search = &m_env.contacts().reverseSearch();
+    QThreadPool::globalInstance()->start([search] { search->threadUpdateReverseSearchPlist(); });
 }
 
 void TrayApplication::handleArguments(const QStringList& arguments)

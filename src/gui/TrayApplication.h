@@ -93,6 +93,8 @@ public:
 
 private:
     void updateBadge();
+    // At start: the web directories' definitions, refreshed in the background when wanted.
+    void refreshLookupDefinitions();
 
     AppEnvironment& m_env;
     Options m_options;

@@ -1,3 +1,4 @@
+#include "../contacts/DirectoryServer.h"
 #include "GuiFixture.h"
 
 #include "DialWindow.h"
@@ -81,6 +82,7 @@ private slots:
     void wlanSwitch_data();
     void wlanSwitch();
     void wlanSwitchReachesTheRouter();
+    void startRefreshesLookupDefinitions();
 };
 
 void TestTrayMenu::dockState_data()
@@ -278,6 +280,27 @@ void TestTrayMenu::wlanSwitchReachesTheRouter()
     QCOMPARE(radios().mid(2), (QStringList{u"ap_enabled=1"_s, u"ap_enabled_scnd=1"_s}));
     QCOMPARE(asked, 1);
     QTRY_VERIFY_WITH_TIMEOUT(wlan->isChecked(), 20000);
+}
+
+void TestTrayMenu::startRefreshesLookupDefinitions()
+{
+    // A configured start writes the missing switch (on) and asks the update location in the
+    // background; the download's own checks are tested with the lookup.
+    DirectoryServer server;
+    server.startServing();
+    GuiEnv env;
+    QVERIFY(env.open({{u"L1"_s, GuiEnv::location(u"Home"_s, 1, 0)}}, u"L1"_s,
+                     {{u"ReverseSearchUpdateURL"_s, server.url("/defs.plist")}}));
+    QVERIFY(!env.env->settings().contains(u"autoUpdateReverseSearch"_s));
+    RecordingPresenter presenter;
+    TrayApplication::Options options;
+    options.presenter = &presenter;
+    options.headless = true;
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    QCOMPARE(env.env->settings().value(u"autoUpdateReverseSearch"_s), QVariant(true));
+    QTRY_COMPARE(server.requests().size(), 1);
+    QCOMPARE(server.requests().constFirst().target, QByteArray("/defs.plist"));
 }
 
 QTEST_MAIN(TestTrayMenu)
