@@ -132,12 +132,23 @@ void BoxSimulator::installWebRoutes(httplib::Server& server)
 
 void BoxSimulator::installRemoteAccessCheck(httplib::Server& server)
 {
-    // Remote access asks for a router user by basic authentication before any page.
+    // Remote access asks for a router user before any page: by basic authentication, or by
+    // digest as older firmware does (scenario "remoteAuth": "digest").
     server.set_pre_routing_handler([this](const httplib::Request& req, httplib::Response& res) {
         SimPhonebook::keepFormBodyRaw(req);
         if (req.path.rfind("/tr064/", 0) == 0)
             return httplib::Server::HandlerResponse::Unhandled;
+        const bool digest = m_state.scenario().value(QStringLiteral("remoteAuth")).toString() == u"digest";
         const QByteArray header = QByteArray::fromStdString(req.get_header_value("Authorization"));
+        if (digest) {
+            if (!m_tr064Service.authenticate(req).isNull())
+                return httplib::Server::HandlerResponse::Unhandled;
+            m_state.recordRequest(QString::fromStdString(req.method), QString::fromStdString(req.path));
+            res.status = 401;
+            res.set_header("WWW-Authenticate", m_tr064Service.digestChallenge());
+            res.set_content("<html><body>401 Unauthorized</body></html>", "text/html");
+            return httplib::Server::HandlerResponse::Handled;
+        }
         if (header.startsWith("Basic ")) {
             const QString pair = QString::fromLatin1(QByteArray::fromBase64(header.mid(6)));
             const QString name = pair.section(u':', 0, 0);

@@ -91,16 +91,20 @@ QString SimTr064::authenticate(const httplib::Request& req) const
     return expected == f.value(QStringLiteral("response")) ? boxUser + u'\x01' : QString();
 }
 
+std::string SimTr064::digestChallenge() const
+{
+    return QStringLiteral("Digest realm=\"%1\", nonce=\"%2\", algorithm=MD5, qop=\"auth\"")
+        .arg(kRealm, m_nonce)
+        .toStdString();
+}
+
 void SimTr064::handle(const httplib::Request& req, httplib::Response& res, const QString& controlPath)
 {
     m_state.recordRequest(QStringLiteral("POST"), QStringLiteral("/upnp/control/") + controlPath);
     QString user = authenticate(req);
     if (user.isNull()) {
         res.status = 401;
-        res.set_header("WWW-Authenticate",
-                       QStringLiteral("Digest realm=\"%1\", nonce=\"%2\", algorithm=MD5, qop=\"auth\"")
-                           .arg(kRealm, m_nonce)
-                           .toStdString());
+        res.set_header("WWW-Authenticate", digestChallenge());
         res.set_content("<HTML><HEAD><TITLE>401 Unauthorized (ERR_NONE)</TITLE></HEAD></HTML>", "text/html");
         return;
     }

@@ -21,10 +21,14 @@ public:
     // prefix: "" on the TR-064 port, "/tr064" on the remote-access HTTPS port.
     void install(httplib::Server& server, const std::string& prefix);
 
+    // The user the digest answer proves (followed by \x01, so that the nameless user is not
+    // null), or a null string. Remote access of older firmware asks the same way.
+    QString authenticate(const httplib::Request& req) const;
+    // The WWW-Authenticate value that asks for it.
+    std::string digestChallenge() const;
+
 private:
     void handle(const httplib::Request& req, httplib::Response& res, const QString& controlPath);
-    // The user the digest answer proves, or a null string.
-    QString authenticate(const httplib::Request& req) const;
 
     RouterState& m_state;
     QString m_nonce;

@@ -256,6 +256,36 @@ private slots:
         QCOMPARE(reached, tr064Reached);
     }
 
+    void remoteAccessAnswersADigestChallenge()
+    {
+        // Older firmware asks for HTTP digest on the remote-access port before any page.
+        TempEnv env;
+        SimulatorProcess sim({QStringLiteral("--https-port"), QStringLiteral("0"), QStringLiteral("--scenario"),
+                              writeScenario(env, "{\"remoteAuth\":\"digest\",\"users\":[{\"name\":\"anna\","
+                                                 "\"password\":\"pw\"}]}")});
+        QVERIFY(sim.isRunning());
+        QVERIFY(addLocation(env, closedPort(), closedPort(), QStringLiteral("anna"), "pw"));
+        const auto set = [&](const char* key, const QString& value) {
+            return runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QLatin1String(key), value}).exitCode == 0;
+        };
+        QVERIFY(set("RemoteHost", QStringLiteral("127.0.0.1")));
+        QVERIFY(set("RemoteSSLPort", QString::number(sim.port(QStringLiteral("https")))));
+        QVERIFY(set("RemoteAccess", QStringLiteral("true")));
+        QVERIFY(set("RemoteUser", QStringLiteral("anna")));
+        QCOMPARE(runCli(env, {QStringLiteral("location"), QStringLiteral("password"), QStringLiteral("--remote"),
+                              QStringLiteral("--password-stdin")}, "pw\n").exitCode, 0);
+        const CliResult dial = runCli(env, {QStringLiteral("dial"), QStringLiteral("0301234")});
+        QVERIFY2(dial.exitCode == 0, dial.err.constData());
+        QCOMPARE(actionsOf(sim, QStringLiteral("dial")).size(), 1);
+
+        // A wrong remote password is still refused, with one line.
+        QCOMPARE(runCli(env, {QStringLiteral("location"), QStringLiteral("password"), QStringLiteral("--remote"),
+                              QStringLiteral("--password-stdin")}, "nope\n").exitCode, 0);
+        const CliResult refused = runCli(env, {QStringLiteral("dial"), QStringLiteral("0301234")});
+        QCOMPARE(refused.exitCode, 1);
+        QCOMPARE(actionsOf(sim, QStringLiteral("dial")).size(), 1);
+    }
+
     void remoteAccessPinsTheCertificate()
     {
         TempEnv env;

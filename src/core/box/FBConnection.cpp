@@ -9,6 +9,7 @@
 #include "box/FBCertificatePin.h"
 
 #include <QElapsedTimer>
+#include <QUrl>
 
 #include <atomic>
 #include <curl/curl.h>
@@ -26,6 +27,7 @@ struct Transfer
     FBEncoding encoding = FBEncoding::Ascii;
     qint64 timeoutMs = 20000;
     QElapsedTimer clock;
+    QByteArray authenticate; // the WWW-Authenticate header of the answer
 };
 
 QString decode(const QByteArray& data, FBEncoding encoding)
@@ -33,9 +35,13 @@ QString decode(const QByteArray& data, FBEncoding encoding)
     return encoding == FBEncoding::Utf8 ? QString::fromUtf8(data) : QString::fromLatin1(data);
 }
 
-size_t onHeader(char*, size_t size, size_t count, void* user)
+size_t onHeader(char* line, size_t size, size_t count, void* user)
 {
-    static_cast<Transfer*>(user)->began = true;
+    auto* t = static_cast<Transfer*>(user);
+    t->began = true;
+    const QByteArray header(line, qsizetype(size * count));
+    if (header.toLower().startsWith("www-authenticate:"))
+        t->authenticate = header.mid(17).trimmed();
     return size * count;
 }
 
@@ -98,6 +104,21 @@ int FBConnection::effectiveTimeout(int seconds)
 {
     const int o = g_timeoutOverride.load();
     return o > 0 ? o : seconds;
+}
+
+QString FBConnection::retryWithDigest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
+                                      const QString& user, const QString& password)
+{
+    FBRequest plain = request;
+    plain.headers.removeIf([](const QPair<QByteArray, QByteArray>& h) { return h.first.toLower() == "authorization"; });
+    useDigest = true;
+    digestUser = user;
+    digestPassword = password;
+    const QString answer = startWithRequest(plain, needsOutput, encoding, nullptr);
+    useDigest = false;
+    digestUser.clear();
+    digestPassword.clear();
+    return answer;
 }
 
 void FBConnection::customCancel()
@@ -211,6 +232,21 @@ QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutpu
         rememberPin(m_config, FBCertificatePin::pinFromCurl(curl));
     curl_slist_free_all(headers);
     curl_easy_cleanup(curl);
+
+    // Remote access of older firmware asks for HTTP digest before any page: answered once with
+    // the remote-access user and password, for this request only.
+    if (httpStatus == 401 && !useDigest && t.authenticate.toLower().startsWith("digest") && m_config) {
+        QString user, password;
+        bool remote = false;
+        {
+            QMutexLocker lock(&m_config->runtimeMutex());
+            remote = m_config->remoteAccess && QUrl(request.url).host() == m_config->remoteHostName;
+            user = m_config->remoteUserName;
+            password = m_config->remotePassWord;
+        }
+        if (remote)
+            return retryWithDigest(request, needsOutput, encoding, user, password);
+    }
 
     if (httpStatus == 401) {
         if (onUnauthorized)
