@@ -1635,6 +1635,14 @@ Ein zweiter Start übergibt seine Aufträge an das laufende Tondrel.</translatio
         <source>Router phone book</source>
         <translation>Telefonbuch der FRITZ!Box</translation>
     </message>
+    <message>
+        <source>DECT</source>
+        <translation>DECT</translation>
+    </message>
+    <message>
+        <source>Switch DECT off? Cordless telephones can then neither ring nor make calls.</source>
+        <translation>DECT ausschalten? Schnurlose Telefone können dann weder klingeln noch telefonieren.</translation>
+    </message>
 </context>
 <context>
     <name>VoicemailListModel</name>

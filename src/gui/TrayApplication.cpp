@@ -53,6 +53,10 @@ TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env)
         if (auto prefs = manager->currentPreferences())
             FBBoxSystemHelper::setWLANStatusInBackground(std::move(prefs), command);
     };
+    options.switchDECT = [manager](const QString& command) {
+        if (auto prefs = manager->currentPreferences())
+            FBBoxSystemHelper::setDECTStatusInBackground(std::move(prefs), command);
+    };
     options.trafficQuery = [manager](const QStringList& variables) {
         const auto prefs = manager->currentPreferences();
         if (!prefs || prefs->isDummy() || prefs->hostName.isEmpty())
@@ -113,6 +117,8 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     TrayMenu::Hooks menuHooks;
     menuHooks.switchWLAN = m_options.switchWLAN;
     menuHooks.askWLANoff = m_options.askWLANoff;
+    menuHooks.switchDECT = m_options.switchDECT;
+    menuHooks.askDECToff = m_options.askDECToff;
     m_menu = std::make_unique<TrayMenu>(env.manager(), m_monitor->listener(), m_monitor->conductor(),
                                         env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);

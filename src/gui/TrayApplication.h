@@ -39,6 +39,10 @@ public:
         std::function<void(const QString& command)> switchWLAN;
         // Answers the question before the Wi-Fi goes off (tests); a dialog unless set.
         std::function<int()> askWLANoff;
+        // Sends "DECTon"/"DECToff" in the background; none: no DECT switch.
+        std::function<void(const QString& command)> switchDECT;
+        // Answers the question before DECT goes off (tests); a dialog unless set.
+        std::function<bool()> askDECToff;
         // Asks the router for its status in the background (every 600 s and on activation).
         std::function<void()> checkRouterStatus;
         // Reads traffic variables with a session (on a pool thread); none: the charts show zero.

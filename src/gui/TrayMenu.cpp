@@ -27,6 +27,16 @@ int wlanStatusOf(const TNPreferences& prefs)
     QMutexLocker lock(&prefs.runtimeMutex());
     return prefs.WLANStatus;
 }
+
+// The router's DECT state: 8 off, 16 on, anything else not known.
+constexpr int DectOff = 8;
+constexpr int DectOn = 16;
+
+int dectStatusOf(const TNPreferences& prefs)
+{
+    QMutexLocker lock(&prefs.runtimeMutex());
+    return prefs.DECTStatus;
+}
 } // namespace
 
 TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor,
@@ -60,6 +70,9 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
     m_wlan = m_menu.addAction(tr("Wi-Fi"));
     m_wlan->setCheckable(true);
     connect(m_wlan, &QAction::triggered, this, &TrayMenu::toggleWLAN);
+    m_dect = m_menu.addAction(tr("DECT"));
+    m_dect->setCheckable(true);
+    connect(m_dect, &QAction::triggered, this, &TrayMenu::toggleDECT);
     m_callMonitor = m_menu.addAction(tr("Call monitor"));
     m_callMonitor->setCheckable(true);
     connect(m_callMonitor, &QAction::triggered, this, [this] { m_callMonitor->setChecked(m_conductor.toggleCallMonitor()); });
@@ -81,12 +94,15 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppC
 
     rebuildOn(this, {Notifications::WLANSTATUS}, [this] { setWLANStatus(); });
     rebuildOn(this, {Notifications::CALLMONITORSTATUS}, [this] { setCallmonitorStatus(); });
+    rebuildOn(this, {Notifications::DECTSTATUS}, [this] { setDECTStatus(); });
     rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
         setWLANStatus();
+        setDECTStatus();
         setCallmonitorStatus();
         setRemoteAccessStatus();
     });
     setWLANStatus();
+    setDECTStatus();
     setCallmonitorStatus();
     setRemoteAccessStatus();
 }
@@ -99,6 +115,34 @@ void TrayMenu::setWLANStatus()
     const int status = prefs ? wlanStatusOf(*prefs) : 0;
     m_wlan->setEnabled(m_hooks.switchWLAN && prefs && !prefs->isDummy() && (status & WlanKnown));
     m_wlan->setChecked(status & WlanOn);
+}
+
+void TrayMenu::setDECTStatus()
+{
+    const auto prefs = m_manager.currentPreferences();
+    const int status = prefs ? dectStatusOf(*prefs) : 0;
+    m_dect->setEnabled(m_hooks.switchDECT && prefs && !prefs->isDummy() && (status == DectOff || status == DectOn));
+    m_dect->setChecked(status == DectOn);
+}
+
+void TrayMenu::toggleDECT()
+{
+    const auto prefs = m_manager.currentPreferences();
+    if (!prefs || !m_hooks.switchDECT)
+        return;
+    if (dectStatusOf(*prefs) != DectOn) {
+        m_hooks.switchDECT(QStringLiteral("DECTon"));
+        return;
+    }
+    // Cordless telephones go silent: asked first, like the Wi-Fi.
+    const bool off = m_hooks.askDECToff ? m_hooks.askDECToff()
+                                        : QMessageBox::question(nullptr, tr("DECT"),
+                                                                tr("Switch DECT off? Cordless telephones can then "
+                                                                   "neither ring nor make calls.")) == QMessageBox::Yes;
+    if (off)
+        m_hooks.switchDECT(QStringLiteral("DECToff"));
+    else
+        m_dect->setChecked(true);
 }
 
 void TrayMenu::setCallmonitorStatus()

@@ -27,6 +27,10 @@ public:
         std::function<void(const QString& command)> switchWLAN;
         // Asks before the Wi-Fi goes off: Yes, No or Cancel (a dialog unless set).
         std::function<int()> askWLANoff;
+        // Sends "DECTon" or "DECToff" in the background; unset: no DECT switch.
+        std::function<void(const QString& command)> switchDECT;
+        // Asks before DECT goes off: true to switch (a dialog unless set).
+        std::function<bool()> askDECToff;
     };
 
     TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor, TNCallinglist* calls,
@@ -35,6 +39,7 @@ public:
 
     QMenu* menu() { return &m_menu; }
     QAction* wlanItem() const { return m_wlan; }
+    QAction* dectItem() const { return m_dect; }
     QAction* callMonitorItem() const { return m_callMonitor; }
     QAction* remoteAccessItem() const { return m_remote; }
     QAction* monitorWindowItem() const { return m_monitorWindow; }
@@ -52,6 +57,8 @@ public:
     // setWLANStatus: enabled once the router's state is known, checked when a band is on.
     void setWLANStatus();
     void setCallmonitorStatus();
+    // Enabled once the router's DECT state is known, checked while it is on.
+    void setDECTStatus();
     // The remote-access item: enabled only with a remote host, checked from remoteAccess.
     void setRemoteAccessStatus();
 
@@ -68,6 +75,7 @@ signals:
 
 private:
     void toggleWLAN();
+    void toggleDECT();
     void toggleRemoteAccess();
 
     TNPreferencesManager& m_manager;
@@ -81,6 +89,7 @@ private:
     QAction* m_voicemail = nullptr;
     QAction* m_phonebook = nullptr;
     QAction* m_wlan = nullptr;
+    QAction* m_dect = nullptr;
     QAction* m_callMonitor = nullptr;
     QAction* m_remote = nullptr;
     QAction* m_setup = nullptr;

@@ -83,6 +83,7 @@ private slots:
     void wlanSwitch();
     void wlanSwitchReachesTheRouter();
     void startRefreshesLookupDefinitions();
+    void dectSwitchReachesTheRouter();
 };
 
 void TestTrayMenu::dockState_data()
@@ -301,6 +302,49 @@ void TestTrayMenu::startRefreshesLookupDefinitions()
     QCOMPARE(env.env->settings().value(u"autoUpdateReverseSearch"_s), QVariant(true));
     QTRY_COMPARE(server.requests().size(), 1);
     QCOMPARE(server.requests().constFirst().target, QByteArray("/defs.plist"));
+}
+
+void TestTrayMenu::dectSwitchReachesTheRouter()
+{
+    SimulatorProcess sim;
+    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+    GuiEnv env;
+    QVERIFY(env.open({{u"L1"_s, GuiEnv::routerLocation(u"Home"_s, 1, sim)}}, u"L1"_s));
+    env.setPassword(u"L1"_s, u"secret"_s);
+    RecordingPresenter presenter;
+    QList<bool> answers{false, true};
+    int asked = 0;
+    TrayApplication::Options options = TrayApplication::routerOptions(*env.env);
+    options.presenter = &presenter;
+    options.headless = true;
+    options.askDECToff = [&] { return answers.value(asked++); };
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    QAction* dect = tray.menu().dectItem();
+    QTRY_VERIFY_WITH_TIMEOUT(dect->isEnabled(), 20000);
+    QVERIFY(dect->isChecked());
+
+    auto sent = [&sim] {
+        QStringList out;
+        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", u"/_sim/actions"_s)).array())
+            if (v[u"action"_s].toString() == u"setDECT")
+                out << v[u"value"_s].toString();
+        return out;
+    };
+    // Declined: nothing is sent and the mark stays.
+    dect->trigger();
+    QCOMPARE(asked, 1);
+    QVERIFY(dect->isChecked());
+    QTest::qWait(200);
+    QVERIFY(sent().isEmpty());
+    // Confirmed: the router is told, and the mark follows.
+    dect->trigger();
+    QCOMPARE(asked, 2);
+    QTRY_COMPARE_WITH_TIMEOUT(sent(), QStringList{u"0"_s}, 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(!dect->isChecked(), 20000);
+    dect->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(sent(), (QStringList{u"0"_s, u"1"_s}), 20000);
+    QCOMPARE(asked, 2);
 }
 
 QTEST_MAIN(TestTrayMenu)

@@ -129,7 +129,11 @@ void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QStri
 void setDECTStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command)
 {
     if (prefs)
-        QThreadPool::globalInstance()->start([prefs, command] { threadSetDECTStatus(prefs.get(), command); });
+        QThreadPool::globalInstance()->start([prefs, command] {
+            threadSetDECTStatus(prefs.get(), command);
+            // The switch shows the new state at once; the next status check confirms it.
+            NotificationCenter::defaultCenter().post(Notifications::DECTSTATUS);
+        });
 }
 
 QString languageFromLoginScreen(const QString& page)
