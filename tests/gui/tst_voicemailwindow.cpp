@@ -4,6 +4,7 @@
 #include "../voicemail/MetaFileBuilder.h"
 #include "../voicemail/SpeexTone.h"
 #include "FtpServerProcess.h"
+#include "StorageFiles.h"
 #include "GuiFixture.h"
 
 #include "TrayApplication.h"
@@ -38,35 +39,6 @@ const QString kFaxbox = u"USB-Stick/FRITZ/faxbox/"_s;
 const QString kFaxKnown = u"13.11.26_10.30_Telefax.0301234567.pdf"_s;
 const QString kFaxNamed = u"14.11.26_08.05_Telefax.Kanzlei Meier.pdf"_s;
 constexpr int kWait = 20000;
-
-MetaRecord record(const char* number, const char* file, quint32 duration, int day, int hour)
-{
-    MetaRecord r;
-    r.number = QString::fromLatin1(number);
-    r.recFile = QString::fromLatin1(file);
-    r.calledLine = u"987654"_s;
-    r.duration = duration;
-    r.day = day;
-    r.month = 11;
-    r.year = 26;
-    r.hour = hour;
-    r.minute = 15;
-    return r;
-}
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(data);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 QDateTime nov(int day, int hour, int minute = 0)
 {

@@ -2,6 +2,7 @@
 #include "../voicemail/MetaFileBuilder.h"
 #include "../voicemail/SpeexTone.h"
 #include "FtpServerProcess.h"
+#include "StorageFiles.h"
 #include "TestSupport.h"
 
 #include <QDir>
@@ -15,35 +16,6 @@ namespace {
 
 const QString kPassword = QStringLiteral("s3cret");
 const QString kVoicebox = QStringLiteral("USB-Stick/FRITZ/voicebox/");
-
-MetaRecord record(const char* number, const char* file, quint32 duration, int day, int hour)
-{
-    MetaRecord r;
-    r.number = QString::fromLatin1(number);
-    r.recFile = QString::fromLatin1(file);
-    r.calledLine = QStringLiteral("987654");
-    r.duration = duration;
-    r.day = day;
-    r.month = 11;
-    r.year = 26;
-    r.hour = hour;
-    r.minute = 15;
-    return r;
-}
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(data);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 QStringList field(const QJsonArray& entries, const char* key)
 {

@@ -16,6 +16,22 @@ struct MetaRecord
     int day = 1, month = 1, year = 26, hour = 0, minute = 0;
 };
 
+// A message of November 2026 at a quarter past the hour, on the line 987654.
+inline MetaRecord record(const char* number, const char* file, quint32 duration, int day, int hour)
+{
+    MetaRecord r;
+    r.number = QString::fromLatin1(number);
+    r.recFile = QString::fromLatin1(file);
+    r.calledLine = QStringLiteral("987654");
+    r.duration = duration;
+    r.day = day;
+    r.month = 11;
+    r.year = 26;
+    r.hour = hour;
+    r.minute = 15;
+    return r;
+}
+
 inline void putText(QByteArray& rec, int at, int width, const QString& text)
 {
     const QByteArray bytes = text.toLatin1().left(width);

@@ -1,4 +1,5 @@
 #include "FtpServerProcess.h"
+#include "StorageFiles.h"
 #include "MetaFileBuilder.h"
 
 #include "app/SecretStore.h"
@@ -14,14 +15,6 @@
 #include <QTest>
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(data);
-}
 
 MetaRecord rec(const char* file, int day)
 {

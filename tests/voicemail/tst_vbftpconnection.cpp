@@ -1,4 +1,5 @@
 #include "FtpServerProcess.h"
+#include "StorageFiles.h"
 
 #include "app/NotificationCenter.h"
 #include "app/NotificationNames.h"
@@ -14,14 +15,6 @@
 #include <thread>
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(data);
-}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 // Fetching and deleting single messages and faxes, each in its own session, against a real FTP
 // server (pyftpdlib).
 #include "FtpServerProcess.h"
+#include "StorageFiles.h"
 #include "MetaFileBuilder.h"
 #include "SpeexTone.h"
 
@@ -10,20 +11,6 @@
 #include <QTest>
 
 namespace {
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(data);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 MetaRecord rec(const char* file, int day)
 {
