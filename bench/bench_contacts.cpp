@@ -2,7 +2,7 @@
 // the caller cache's 5,000 numbers refreshed in one batch.
 #include "contacts/AddressBookIndex.h"
 #include "contacts/AddressBookSearch.h"
-#include "contacts/StringAdditions.h"
+#include "base/StringAdditions.h"
 #include "contacts/VCardAddressBook.h"
 #include "contacts/VCardParser.h"
 

@@ -1,10 +1,10 @@
 // The journal import: a 100,000-row journal file into an empty profile (target under 2 s), and a
 // second download of a 500-row journal that finds every call stored (target under 50 ms of work
 // beyond the transfer). An address book of 1,000 people is asked for unknown numbers.
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"

@@ -1,8 +1,8 @@
 // The call monitor: how many event lines the listener digests per second, and how long a line
 // takes from arriving on the socket to the user notification being handed to the presenter.
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "monitor/NotificationPresenter.h"
 #include "monitor/StreamListener.h"
 

@@ -1,8 +1,8 @@
 // Loading and saving the settings with many locations: the tray loads them at every start and
 // after every settings change.
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/RouterCommand.h"
 

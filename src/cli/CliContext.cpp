@@ -1,8 +1,8 @@
 #include "CliContext.h"
 
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,7 +1,7 @@
 #include "CliContext.h"
 #include "Command.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 
 #include <QCoreApplication>
 #include <QTextStream>

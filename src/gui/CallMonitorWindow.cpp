@@ -1,10 +1,10 @@
 #include "CallMonitorWindow.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "contacts/DialCompletion.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "calllist/DialCompletion.h"
 #include "MenuRebuild.h"
 #include "monitor/StreamListener.h"
 

@@ -1,14 +1,14 @@
 #include "DialWindow.h"
 
-#include "app/DialURL.h"
-#include "app/TNPreferencesManager.h"
+#include "base/DialURL.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerIdentification.h"
-#include "contacts/DialCompletion.h"
-#include "contacts/NumberForms.h"
-#include "contacts/StringAdditions.h"
+#include "calllist/DialCompletion.h"
+#include "base/NumberForms.h"
+#include "base/StringAdditions.h"
 #include "monitor/StreamListener.h"
 
 #include <QComboBox>

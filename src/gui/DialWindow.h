@@ -1,7 +1,7 @@
 #pragma once
 
 #include "box/RouterCommand.h"
-#include "contacts/DialCompletion.h"
+#include "calllist/DialCompletion.h"
 
 #include <QStringList>
 #include <QWidget>

@@ -1,7 +1,7 @@
 #include "LatestCallsMenu.h"
 
-#include "app/NotificationNames.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 #include "MenuRebuild.h"
 

@@ -1,8 +1,8 @@
 #include "LocationsMenu.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferencesManager.h"
 #include "MenuRebuild.h"
 
 #include <QActionGroup>

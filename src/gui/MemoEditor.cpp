@@ -1,7 +1,7 @@
 #include "MemoEditor.h"
 
 #include "calllist/TNCallinglist.h"
-#include "monitor/CallMemo.h"
+#include "app/CallMemo.h"
 #include "monitor/StreamListener.h"
 
 #include <QLineEdit>

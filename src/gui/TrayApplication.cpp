@@ -17,13 +17,14 @@
 #include "voicemail/VoicemailWindow.h"
 
 #include "app/AppEnvironment.h"
-#include "app/DialURL.h"
-#include "app/Logging.h"
-#include "app/NotificationNames.h"
+#include "base/Defaults.h"
+#include "base/DialURL.h"
+#include "base/Logging.h"
+#include "base/NotificationNames.h"
 #include "app/ServiceAdapters.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxSystemHelper.h"
 #include "box/RouterCommand.h"
@@ -183,7 +184,7 @@ void TrayApplication::start(const QStringList& arguments)
             openTrafficWindow();
     } else {
         // First start: the defaults, then the setup assistant.
-        AppConductor::writeFirstStartDefaults(m_env.settings());
+        methods::writeFirstStartDefaults(m_env.settings());
         qCInfo(lcApp) << "No router configured yet; opening the setup assistant";
         if (!m_options.headless)
             openSetupAssistant();

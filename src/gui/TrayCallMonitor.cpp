@@ -2,9 +2,9 @@
 
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"
-#include "app/SettingsStore.h"
-#include "app/SettingsKeys.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SettingsStore.h"
+#include "base/SettingsKeys.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/JournalLoading.h"
 #include "calllist/TNCallinglist.h"
 

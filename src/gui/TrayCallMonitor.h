@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/AppConductor.h"
-#include "app/NetworkReachability.h"
-#include "app/SleepWatcher.h"
+#include "monitor/NetworkReachability.h"
+#include "monitor/SleepWatcher.h"
 #include "monitor/StreamListener.h"
 #include "monitor/TNScriptManager.h"
 

@@ -6,10 +6,10 @@
 #include "MenuRebuild.h"
 
 #include "app/AppConductor.h"
-#include "app/Localization.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Localization.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
 
 #include <QAbstractButton>

@@ -1,5 +1,5 @@
 #include "app/AppEnvironment.h"
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "SingleInstance.h"
 #include "TrayApplication.h"
 #include "TrayArguments.h"

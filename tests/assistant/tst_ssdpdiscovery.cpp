@@ -1,5 +1,5 @@
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 #include "assistant/SsdpDiscovery.h"
 
 #include <QNetworkDatagram>

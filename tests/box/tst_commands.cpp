@@ -1,7 +1,7 @@
 // Requests the commands become, per firmware, and the alerts of TR-064 faults.
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBSOAPConnection.h"
 #include "box/TNAction.h"

@@ -1,8 +1,8 @@
 // The HTTP transport against a scripted server on a real socket: time-outs only until the
 // answer begins, the early stop on a marker, the markers "-2" and "", and HTTP 401.
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBConnection.h"
 

@@ -1,6 +1,6 @@
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "box/FBBoxConnectionHelper.h"
 
 #include <QTemporaryDir>

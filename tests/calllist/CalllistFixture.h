@@ -1,11 +1,11 @@
 #pragma once
 
 // A real call database in a temp folder with real settings, a location and a clock that tests set.
-#include "app/Clock.h"
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Clock.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 
 #include <QTemporaryDir>

@@ -2,8 +2,8 @@
 // and finding the memo written about a call.
 #include "CalllistFixture.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 
 #include <QtTest>
 

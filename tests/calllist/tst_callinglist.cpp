@@ -2,9 +2,9 @@
 // headers, statistics, recent calls, caller cache, profile deletion and the file format.
 #include "CalllistFixture.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
 #include "calllist/ListQueryBuilder.h"
 
 #include <QFile>

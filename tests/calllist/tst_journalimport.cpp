@@ -4,9 +4,9 @@
 
 #include "../contacts/StaticAddressBook.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
 #include "calllist/JournalBadge.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/JournalParser.h"

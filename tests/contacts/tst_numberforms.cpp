@@ -1,6 +1,6 @@
 #include "contacts/CallerIdentification.h"
-#include "contacts/NumberForms.h"
-#include "contacts/StringAdditions.h"
+#include "base/NumberForms.h"
+#include "base/StringAdditions.h"
 
 #include "MemoryCallerCache.h"
 

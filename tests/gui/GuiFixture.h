@@ -3,8 +3,8 @@
 #include "TestSupport.h"
 
 #include "app/AppEnvironment.h"
-#include "app/SecretStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/SecretStore.h"
+#include "base/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
 
 #include <QDir>

@@ -6,7 +6,7 @@
 #include "TrayApplication.h"
 #include "TrayCallMonitor.h"
 
-#include "app/TNPreferencesManager.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 

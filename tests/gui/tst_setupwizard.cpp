@@ -2,9 +2,9 @@
 // current location; a wrong password keeps it on the reading step until corrected.
 #include "GuiFixture.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferencesManager.h"
 #include "assistant/SsdpDiscovery.h"
 #include "setup/SetupPages.h"
 #include "setup/SetupWizard.h"

@@ -1,6 +1,6 @@
 // Every text the windows show has a German translation: the shipped catalog is compared with a
 // fresh scan of the window sources, so a new tr() text without German fails here.
-#include "app/Localization.h"
+#include "base/Localization.h"
 
 #include <QCoreApplication>
 #include <QFile>

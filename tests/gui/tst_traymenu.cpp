@@ -10,10 +10,10 @@
 #include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 

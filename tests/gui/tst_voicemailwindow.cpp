@@ -12,9 +12,9 @@
 #include "voicemail/VoicemailListModel.h"
 #include "voicemail/VoicemailWindow.h"
 
-#include "app/Clock.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 #include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "voicemail/TNFTPDatasource.h"

@@ -1,9 +1,9 @@
 #include "TestSupport.h"
 
-#include "app/SecretStore.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "monitor/NotificationPresenter.h"
 #include "monitor/StreamListener.h"
 

@@ -2,12 +2,12 @@
 // markers of an unreachable router, and the rights that decide before anything is sent.
 #include "TestSupport.h"
 
-#include "app/Clock.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBConnection.h"

@@ -2,9 +2,9 @@
 #include "StorageFiles.h"
 #include "MetaFileBuilder.h"
 
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "voicemail/TNFTPDatasource.h"
 #include "voicemail/VBFTPConnection.h"
 #include "voicemail/VoicemailLookups.h"

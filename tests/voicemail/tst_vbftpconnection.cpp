@@ -1,8 +1,8 @@
 #include "FtpServerProcess.h"
 #include "StorageFiles.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 #include "voicemail/VBFTPConnection.h"
 
 #include <QElapsedTimer>

@@ -2,7 +2,7 @@
 
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
 

@@ -4,9 +4,9 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "calllist/CallListExport.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/JournalLoading.h"

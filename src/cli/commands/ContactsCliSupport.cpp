@@ -2,7 +2,7 @@
 
 #include "CliContext.h"
 
-#include "app/TNPreferencesManager.h"
+#include "base/TNPreferencesManager.h"
 
 namespace contactsCli {
 

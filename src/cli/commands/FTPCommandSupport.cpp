@@ -4,7 +4,7 @@
 
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 
 #include <QDateTime>
 #include <QSaveFile>

@@ -2,11 +2,11 @@
 
 #include "CliContext.h"
 
-#include "app/AppConductor.h"
-#include "app/LocationKeys.h"
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Defaults.h"
+#include "base/LocationKeys.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -72,7 +72,7 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             auto& mgr = ctx.manager();
             // The first location is the program's first start: write what the tray writes then.
             if (!mgr.isConfigured())
-                AppConductor::writeFirstStartDefaults(ctx.settings());
+                methods::writeFirstStartDefaults(ctx.settings());
             const QString uid = mgr.addNewLocation();
             auto prefs = mgr.locationPreferencesForUID(uid);
             if (!m_add.name.empty())

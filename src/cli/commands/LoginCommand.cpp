@@ -3,7 +3,7 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/TNSessionManager.h"
 
 void LoginCommand::setup(CLI::App& app, CliContext& ctx)

@@ -3,9 +3,9 @@
 #include "CliContext.h"
 #include "ContactsCliSupport.h"
 
-#include "app/Clock.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Clock.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerCache.h"
 #include "contacts/CallerIdentification.h"

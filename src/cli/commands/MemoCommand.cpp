@@ -3,8 +3,8 @@
 #include "CallsCommand.h"
 #include "CliContext.h"
 
-#include "app/Clock.h"
-#include "app/TNPreferences.h"
+#include "base/Clock.h"
+#include "base/TNPreferences.h"
 #include "calllist/TNCallinglist.h"
 
 namespace {

@@ -2,10 +2,10 @@
 
 #include "CliContext.h"
 
-#include "app/CallMonitorReconnector.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "monitor/CallMonitorReconnector.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"

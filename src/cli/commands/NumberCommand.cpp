@@ -3,8 +3,8 @@
 #include "CliContext.h"
 #include "ContactsCliSupport.h"
 
-#include "contacts/NumberForms.h"
-#include "contacts/StringAdditions.h"
+#include "base/NumberForms.h"
+#include "base/StringAdditions.h"
 
 #include <QVariantMap>
 

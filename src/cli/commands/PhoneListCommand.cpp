@@ -3,7 +3,7 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/FBBoxPhoneHelper.h"
 
 namespace {

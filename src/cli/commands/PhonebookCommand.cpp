@@ -3,7 +3,7 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/FBPhonebookBox.h"
 #include "contacts/VCardAddressBook.h"

@@ -2,8 +2,8 @@
 
 #include "CliContext.h"
 
-#include "app/NotificationCenter.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/TNPreferencesManager.h"
 #include "assistant/TNAssistantDatasource.h"
 #include "assistant/TNAssistantSaver.h"
 #include "box/FBApplicationHelper.h"

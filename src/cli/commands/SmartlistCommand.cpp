@@ -3,8 +3,8 @@
 #include "CallsCommand.h"
 #include "CliContext.h"
 
-#include "app/Localization.h"
-#include "app/TNPreferences.h"
+#include "base/Localization.h"
+#include "base/TNPreferences.h"
 #include "calllist/TNCallinglist.h"
 
 namespace {

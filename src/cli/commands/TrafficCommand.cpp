@@ -3,8 +3,8 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "app/TNPreferences.h"
-#include "app/TrafficSampler.h"
+#include "base/TNPreferences.h"
+#include "box/TrafficSampler.h"
 #include "box/RouterCommand.h"
 
 #include <QEventLoop>

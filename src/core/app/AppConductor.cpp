@@ -1,14 +1,14 @@
 #include "app/AppConductor.h"
 
-#include "app/DialURL.h"
-#include "app/Logging.h"
-#include "app/NetworkReachability.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/SleepWatcher.h"
-#include "app/TNPreferencesManager.h"
+#include "base/DialURL.h"
+#include "base/Logging.h"
+#include "monitor/NetworkReachability.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "monitor/SleepWatcher.h"
+#include "base/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
 
 AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listener,
@@ -31,18 +31,6 @@ AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listen
 void AppConductor::setBackoff(ReconnectBackoff backoff)
 {
     m_reconnector.setBackoff(backoff);
-}
-
-void AppConductor::writeFirstStartDefaults(SettingsStore& store)
-{
-    const std::pair<QString, QVariant> defaults[] = {{keys::OutgoingCalls, QVariantList()},
-                                                     {keys::MonitorAlwaysOnTop, true},
-                                                     {keys::MonitorOpenExternCalls, true},
-                                                     {keys::SelCLGrp, 3}};
-    for (const auto& [key, value] : defaults)
-        if (!store.contains(key))
-            store.setValue(key, value);
-    store.sync();
 }
 
 bool AppConductor::hasCurrentLocation() const

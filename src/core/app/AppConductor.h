@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CallMonitorReconnector.h"
+#include "monitor/CallMonitorReconnector.h"
 
 #include <QObject>
 #include <QStringList>
@@ -33,10 +33,6 @@ public:
     static constexpr int StatusIntervalMs = 600 * 1000;
     void setStatusIntervalMs(int ms) { m_statusTimer.setInterval(ms); }
     void setBackoff(ReconnectBackoff backoff);
-
-    // What the first start writes besides the setup: "OutgoingCalls" empty, "monitorAlwaysOnTop"
-    // and "monitorOpenExternCalls" true, "SelCLGrp" 3 (keys already present are kept).
-    static void writeFirstStartDefaults(SettingsStore& store);
 
     void activateSettingsAndCallMonitor();
     void activateCallMonitor();

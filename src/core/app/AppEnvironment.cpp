@@ -1,9 +1,9 @@
 #include "app/AppEnvironment.h"
 
-#include "app/SecretStore.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
-#include "app/Clock.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
+#include "base/Clock.h"
 #include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"

@@ -1,6 +1,6 @@
 #include "app/ServiceAdapters.h"
 
-#include "app/TNPreferencesManager.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/CallerIdentification.h"
 #include "contacts/ReverseLookup.h"

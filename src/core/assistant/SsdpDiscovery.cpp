@@ -1,8 +1,8 @@
 #include "assistant/SsdpDiscovery.h"
 
-#include "app/Logging.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/Logging.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 
 #include <QNetworkDatagram>
 #include <QRegularExpression>

@@ -2,9 +2,9 @@
 
 #include "box/FBBoxPhoneHelper.h"
 
-#include "app/Localization.h"
-#include "app/Logging.h"
-#include "app/TNPreferences.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBNetworkHelper.h"

@@ -1,11 +1,11 @@
 #include "assistant/TNAssistantSaver.h"
 
-#include "app/AppConductor.h"
-#include "app/Localization.h"
-#include "app/Logging.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Defaults.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferencesManager.h"
 
 void TNAssistantSaver::progress(int percent)
 {
@@ -18,7 +18,7 @@ QString TNAssistantSaver::savePreferences(const AssistantRouterData& data)
     progress(0);
     // The first location is the program's first start: the global defaults come with it.
     if (!m_manager.isConfigured())
-        AppConductor::writeFirstStartDefaults(m_manager.store());
+        methods::writeFirstStartDefaults(m_manager.store());
     const QString uid = m_manager.addNewLocation();
     auto prefs = m_manager.locationPreferencesForUID(uid);
     progress(30);

@@ -1,6 +1,6 @@
 #include "box/FASOAPConnection.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 #include "box/FBConnection.h"
 #include "box/XMLReader.h"
 

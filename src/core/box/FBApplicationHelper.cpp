@@ -1,7 +1,7 @@
 #include "box/FBApplicationHelper.h"
 
-#include "app/Localization.h"
-#include "app/Logging.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
 
 #include <QMutex>
 

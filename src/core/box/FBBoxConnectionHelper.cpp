@@ -1,6 +1,6 @@
 #include "box/FBBoxConnectionHelper.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/TNAction.h"
 
 #include <QJsonDocument>

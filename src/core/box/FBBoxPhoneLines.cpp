@@ -1,7 +1,7 @@
 // Reading the router's extensions, lines and fax lines and merging them with the stored lists.
 #include "box/FBBoxPhoneHelper.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "box/FBBoxConnectionHelper.h"
 
 #include <QVariantMap>

@@ -1,10 +1,10 @@
 #include "box/FBBoxSystemHelper.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBNetworkHelper.h"
 

@@ -1,10 +1,10 @@
 #include "box/FBConnection.h"
 
-#include "app/Localization.h"
-#include "app/Logging.h"
-#include "app/SettingsKeys.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
+#include "base/SettingsKeys.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBCertificatePin.h"
 

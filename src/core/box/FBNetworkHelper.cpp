@@ -1,6 +1,6 @@
 #include "box/FBNetworkHelper.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 
 #include <QFile>
 #include <QHostAddress>

@@ -1,7 +1,7 @@
 #include "box/FBSOAPConnection.h"
 
-#include "app/Localization.h"
-#include "app/TNPreferences.h"
+#include "base/Localization.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 
 #include <QRegularExpression>

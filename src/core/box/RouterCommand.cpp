@@ -1,9 +1,9 @@
 #include "box/RouterCommand.h"
 
-#include "app/Localization.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferences.h"
+#include "base/Localization.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferences.h"
 #include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBBoxSystemHelper.h"

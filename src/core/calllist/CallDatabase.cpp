@@ -1,6 +1,6 @@
 #include "calllist/CallDatabase.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 #include "calllist/LocalTimeFunction.h"
 
 #include <QDir>

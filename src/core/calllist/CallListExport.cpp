@@ -1,9 +1,9 @@
 #include "calllist/CallListExport.h"
 
-#include "app/Localization.h"
-#include "app/Logging.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
 

@@ -1,7 +1,7 @@
 #include "calllist/JournalBadge.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 
 namespace JournalBadge {
 

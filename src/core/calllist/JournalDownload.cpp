@@ -1,6 +1,6 @@
 #include "calllist/JournalDownload.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/TNAction.h"
 #include "calllist/JournalParser.h"
 

@@ -1,9 +1,9 @@
 #include "calllist/JournalLoading.h"
 
-#include "app/Logging.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Logging.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/JournalDownload.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/TNCallinglist.h"

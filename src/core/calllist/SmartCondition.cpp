@@ -1,6 +1,6 @@
 #include "calllist/SmartCondition.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QDateTime>
 

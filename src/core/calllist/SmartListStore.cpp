@@ -1,6 +1,6 @@
 #include "calllist/SmartListStore.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 #include "calllist/CallDatabase.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>

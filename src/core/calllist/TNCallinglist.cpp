@@ -1,14 +1,14 @@
 #include "calllist/TNCallinglist.h"
 
-#include "app/Clock.h"
-#include "app/Localization.h"
-#include "app/Logging.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Clock.h"
+#include "base/Localization.h"
+#include "base/Logging.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "calllist/ListQueryBuilder.h"
 
 #include <QPointer>

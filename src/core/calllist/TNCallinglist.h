@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/ProfileDataStore.h"
+#include "base/ProfileDataStore.h"
 #include "calllist/CallBatch.h"
 #include "calllist/CallDatabase.h"
 #include "calllist/CallRow.h"

@@ -1,9 +1,9 @@
 // The call list queries of TNCallinglist: selectors, search, sort, day entries, recent calls.
 #include "calllist/TNCallinglist.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferences.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferences.h"
 #include "calllist/ListQueryBuilder.h"
 
 namespace {

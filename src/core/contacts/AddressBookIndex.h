@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contacts/AddressBook.h"
-#include "contacts/NumberForms.h"
+#include "base/NumberForms.h"
 
 #include <QHash>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "contacts/AddressBookSearch.h"
 
-#include "app/TNPreferencesManager.h"
+#include "base/TNPreferencesManager.h"
 #include "contacts/AddressBookIndex.h"
 
 #include <QHash>

@@ -1,6 +1,6 @@
 #include "contacts/BoundedRegex.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QRegularExpression>
 

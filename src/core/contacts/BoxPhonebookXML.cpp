@@ -1,6 +1,6 @@
 #include "contacts/BoxPhonebookXML.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "contacts/AddressBookSearch.h"
 
 #include <QStringConverter>

@@ -1,6 +1,6 @@
 #include "contacts/FBPhonebookBox.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 #include "box/FBConnection.h"
 #include "box/FBApplicationHelper.h"
 #include "box/RouterCommand.h"

@@ -1,6 +1,6 @@
 #include "contacts/FBPhonebookExchange.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 QString FBPhonebookExchange::loadPhoneBook()
 {

@@ -1,15 +1,15 @@
 #include "contacts/FBReverseSearch.h"
 
-#include "app/Clock.h"
-#include "app/Logging.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/Clock.h"
+#include "base/Logging.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/CallerCache.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
 #include "contacts/ReverseSearchDefinitions.h"
-#include "contacts/StringAdditions.h"
+#include "base/StringAdditions.h"
 
 #include <QDir>
 #include <QSaveFile>

@@ -1,6 +1,6 @@
 #include "contacts/HtmlText.h"
 
-#include "contacts/StringAdditions.h"
+#include "base/StringAdditions.h"
 
 #include <QHash>
 

@@ -1,15 +1,15 @@
 #include "contacts/ReverseLookup.h"
 
-#include "app/Logging.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/Logging.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
-#include "contacts/StringAdditions.h"
+#include "base/StringAdditions.h"
 
 #include <QDir>
 #include <QFileInfo>

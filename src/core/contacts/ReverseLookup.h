@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contacts/NumberForms.h"
+#include "base/NumberForms.h"
 
 #include <QObject>
 #include <QPointer>

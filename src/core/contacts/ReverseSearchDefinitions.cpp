@@ -1,6 +1,6 @@
 #include "contacts/ReverseSearchDefinitions.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QDir>
 #include <QFile>

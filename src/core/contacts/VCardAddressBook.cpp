@@ -1,8 +1,8 @@
 #include "contacts/VCardAddressBook.h"
 
-#include "app/Logging.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/Logging.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 #include "contacts/VCardParser.h"
 
 #include <QDir>

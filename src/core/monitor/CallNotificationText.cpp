@@ -1,6 +1,6 @@
 #include "monitor/CallNotificationText.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 
 namespace methods {
 

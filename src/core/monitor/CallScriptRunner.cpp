@@ -1,6 +1,6 @@
 #include "monitor/CallScriptRunner.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QDir>
 #include <QFileInfo>

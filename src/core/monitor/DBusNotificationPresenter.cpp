@@ -1,6 +1,6 @@
 #include "monitor/DBusNotificationPresenter.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

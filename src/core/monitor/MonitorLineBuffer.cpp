@@ -1,6 +1,6 @@
 #include "monitor/MonitorLineBuffer.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 QList<QByteArray> MonitorLineBuffer::append(const QByteArray& bytes)
 {

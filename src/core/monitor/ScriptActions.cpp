@@ -1,6 +1,6 @@
 #include "monitor/ScriptActions.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "monitor/TNScriptManager.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "monitor/CallScriptRunner.h"
 
 const QString TNScriptManager::bundleIdentifier = QStringLiteral("org.tondrel.Tondrel");

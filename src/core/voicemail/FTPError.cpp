@@ -1,6 +1,6 @@
 #include "voicemail/FTPError.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 
 QString FTPError::alertKey() const
 {

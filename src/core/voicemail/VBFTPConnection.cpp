@@ -1,9 +1,9 @@
 #include "voicemail/VBFTPConnection.h"
 
-#include "app/Logging.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferences.h"
+#include "base/Logging.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferences.h"
 
 #include <QFile>
 #include <QRegularExpression>

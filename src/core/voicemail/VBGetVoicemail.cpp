@@ -1,6 +1,6 @@
 #include "voicemail/VBGetVoicemail.h"
 
-#include "app/Logging.h"
+#include "base/Logging.h"
 #include "voicemail/VBFTPConnection.h"
 #include "voicemail/VoicemailFrames.h"
 

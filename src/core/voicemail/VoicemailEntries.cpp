@@ -1,6 +1,6 @@
 #include "voicemail/VoicemailEntries.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "voicemail/VoicemailLookups.h"
 
 #include <QRegularExpression>

@@ -6,7 +6,7 @@
 #include "CallMemoDialog.h"
 #include "CallStatisticsDialog.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 #include "calllist/CallListExport.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/JournalLoading.h"

@@ -5,7 +5,7 @@
 #include "AddContactDialog.h"
 #include "CallListModel.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
 #include "contacts/CallerIdentification.h"

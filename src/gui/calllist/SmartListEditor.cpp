@@ -2,8 +2,8 @@
 
 #include "SmartRuleRow.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 #include "calllist/TNCallinglist.h"
 
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "SmartRuleRow.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>

@@ -2,14 +2,14 @@
 
 #include "phonebook/PhonebookContactDialog.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/BoxPhonebookXML.h"
 #include "contacts/FBPhonebookBox.h"
-#include "contacts/NumberForms.h"
+#include "base/NumberForms.h"
 #include "contacts/VCardAddressBook.h"
 
 #include <QComboBox>

@@ -2,8 +2,8 @@
 
 #include "SettingsForm.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 
 #include <QCheckBox>
 #include <QComboBox>

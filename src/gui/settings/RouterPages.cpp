@@ -2,7 +2,7 @@
 
 #include "SettingsForm.h"
 
-#include "app/TNPreferences.h"
+#include "base/TNPreferences.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

@@ -3,13 +3,13 @@
 #include "GlobalPages.h"
 #include "LocationPages.h"
 
-#include "app/Localization.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/SecretStore.h"
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Localization.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/SecretStore.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 
 #include <QDateTime>
 #include <QDialogButtonBox>

@@ -3,9 +3,9 @@
 #include "setup/SetupWizard.h"
 
 #include "app/AppEnvironment.h"
-#include "app/Localization.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
+#include "base/Localization.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
 #include "assistant/SsdpDiscovery.h"
 #include "assistant/TNAssistantDatasource.h"
 #include "assistant/TNAssistantSaver.h"

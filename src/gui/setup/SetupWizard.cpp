@@ -2,7 +2,7 @@
 
 #include "setup/SetupPages.h"
 
-#include "app/Localization.h"
+#include "base/Localization.h"
 #include "assistant/SsdpDiscovery.h"
 
 #include <QRegularExpression>

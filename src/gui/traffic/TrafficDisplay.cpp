@@ -4,9 +4,9 @@
 #include "traffic/TNTrafficChart.h"
 #include "traffic/TrafficWindow.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
-#include "app/TrafficSampler.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
+#include "box/TrafficSampler.h"
 
 #include <QApplication>
 #include <QPalette>

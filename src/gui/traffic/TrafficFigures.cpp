@@ -1,6 +1,6 @@
 #include "traffic/TrafficFigures.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 
 #include <QCoreApplication>
 #include <QHash>

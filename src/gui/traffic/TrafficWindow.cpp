@@ -2,8 +2,8 @@
 
 #include "traffic/TNTrafficChart.h"
 
-#include "app/SettingsKeys.h"
-#include "app/SettingsStore.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

@@ -3,11 +3,11 @@
 #include "MenuRebuild.h"
 #include "VoicemailListModel.h"
 
-#include "app/Clock.h"
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TNPreferences.h"
-#include "app/TNPreferencesManager.h"
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "base/TNPreferences.h"
+#include "base/TNPreferencesManager.h"
 #include "voicemail/TNFTPDatasource.h"
 
 #include <QHBoxLayout>

@@ -2,7 +2,7 @@
 
 #include "VoicemailListModel.h"
 
-#include "app/Clock.h"
+#include "base/Clock.h"
 #include "voicemail/TNFTPDatasource.h"
 
 #include <QApplication>

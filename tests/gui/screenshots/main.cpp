@@ -19,9 +19,9 @@
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
 
-#include "app/NotificationCenter.h"
-#include "app/NotificationNames.h"
-#include "app/TrafficSampler.h"
+#include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "box/TrafficSampler.h"
 #include "assistant/SsdpDiscovery.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"

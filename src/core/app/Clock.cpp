@@ -1,7 +1,0 @@
-#include "app/Clock.h"
-
-Clock& Clock::system()
-{
-    static SystemClock clock;
-    return clock;
-}

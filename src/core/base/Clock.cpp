@@ -1,0 +1,7 @@
+#include "base/Clock.h"
+
+Clock& Clock::system()
+{
+    static SystemClock clock;
+    return clock;
+}
