@@ -28,20 +28,14 @@ template <class T> T* child(DialWindow& w, const char* name)
     return w.findChild<T*>(QLatin1String(name));
 }
 
-struct DialRig
+// The tray on a location without a way to reach the router.
+struct DialRig : GuiTray
 {
-    GuiEnv env;
-    RecordingPresenter presenter;
-    std::unique_ptr<TrayApplication> tray;
-
-    bool start(TrayApplication::Options options = {}, const QVariantMap& location = GuiEnv::location(u"Home"_s, 1, 0))
+    bool start(const QVariantMap& location = GuiEnv::location(u"Home"_s, 1, 0))
     {
         if (!env.open({{u"L1"_s, location}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}}))
             return false;
-        options.presenter = &presenter;
-        options.headless = true;
-        tray = std::make_unique<TrayApplication>(*env.env, options);
-        tray->start({});
+        GuiTray::start();
         return true;
     }
 };
@@ -75,24 +69,15 @@ QJsonArray simActions(SimulatorProcess& sim, const QString& kind)
 struct RouterRig
 {
     SimulatorProcess sim;
-    DialRig rig;
+    GuiTray rig;
     QStringList asked;
     bool answer = true;
 
     bool start(const QString& password)
     {
-        if (!sim.isRunning())
+        if (!rig.startOnRouter(sim, {{u"ConfirmDial"_s, true}}, {{u"AddressBook"_s, GuiEnv::addressBook()}}, password,
+                               true))
             return false;
-        QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
-        home.insert(u"ConfirmDial"_s, true);
-        if (!rig.env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}}))
-            return false;
-        rig.env.setPassword(u"L1"_s, password);
-        TrayApplication::Options options = TrayApplication::routerOptions(*rig.env.env);
-        options.presenter = &rig.presenter;
-        options.headless = true;
-        rig.tray = std::make_unique<TrayApplication>(*rig.env.env, options);
-        rig.tray->start({});
         rig.tray->dialWindow().setConfirm([this](const QString& number, const QString& name) {
             asked << number + u'/' + name;
             return answer;
@@ -239,7 +224,7 @@ void TestDialWindow::extensionsOfTheLocation()
     DialRig rig;
     QVariantMap home = GuiEnv::location(u"Home"_s, 1, 0);
     home.insert(u"dialport"_s, 610);
-    QVERIFY(rig.start({}, home));
+    QVERIFY(rig.start(home));
     QComboBox* box = child<QComboBox>(rig.tray->dialWindow(), "extension");
     QStringList items;
     for (int i = 0; i < box->count(); ++i)

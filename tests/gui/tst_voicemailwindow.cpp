@@ -49,10 +49,10 @@ struct VoicemailRig
 {
     QTemporaryDir root;
     QTemporaryDir out;
-    GuiEnv env;
-    RecordingPresenter presenter;
+    GuiTray t;
+    GuiEnv& env = t.env;
     std::unique_ptr<FtpServerProcess> server;
-    std::unique_ptr<TrayApplication> tray;
+    std::unique_ptr<TrayApplication>& tray = t.tray;
     ManualClock clock{nov(12, 20)};
     QStringList opened; // files handed to the desktop
     QList<int> confirmations;
@@ -116,11 +116,7 @@ struct VoicemailRig
 
     void start(const QStringList& arguments = {})
     {
-        TrayApplication::Options options;
-        options.presenter = &presenter;
-        options.headless = true;
-        tray = std::make_unique<TrayApplication>(*env.env, options);
-        tray->start(arguments);
+        t.start({}, arguments);
         VoicemailWindow& w = tray->voicemailWindow();
         w.setCacheDir(out.filePath(u"cache"_s));
         w.setClock(&clock);
