@@ -1,4 +1,4 @@
-// The simulator starts on free ports, says which, and passes call monitor bytes through as given.
+// The simulator passes call monitor bytes through as given and refuses a broken scenario.
 #include "TestSupport.h"
 
 #include <QTcpSocket>
@@ -10,19 +10,9 @@ class TestBoxsim : public QObject
 {
     Q_OBJECT
 private slots:
-    void startsOnFreePortsAndServes();
     void monitorBytesPassUnchanged();
     void badScenarioIsAnError();
 };
-
-void TestBoxsim::startsOnFreePortsAndServes()
-{
-    SimulatorProcess sim({u"--ssdp-port"_s, u"0"_s, u"--https-port"_s, u"0"_s});
-    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
-    for (const char* which : {"web", "monitor", "tr064", "ssdp", "https"})
-        QVERIFY2(sim.port(QLatin1String(which)) > 0, which);
-    QVERIFY(sim.control("GET", u"/"_s).contains("FRITZ!Box"));
-}
 
 void TestBoxsim::monitorBytesPassUnchanged()
 {

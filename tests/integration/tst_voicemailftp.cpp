@@ -222,8 +222,6 @@ private slots:
         QTest::addColumn<bool>("tls");
         QTest::addColumn<bool>("wrongPassword");
         QTest::addColumn<QByteArray>("message");
-        QTest::newRow("wrong password")
-            << false << true << QByteArray("Login to the router's storage refused (home network): ");
         QTest::newRow("wrong password over TLS")
             << true << true << QByteArray("Login to the router's storage refused (home network): ");
         QTest::newRow("server stopped")
