@@ -56,6 +56,11 @@ DialWindow::DialWindow(TNPreferencesManager& manager, StreamListener& listener, 
     m_dial = new QPushButton(tr("Dial"), this);
     m_dial->setDefault(true);
     m_hangUp = new QPushButton(tr("Hang up"), this);
+    m_unified->setObjectName(QStringLiteral("unified"));
+    m_extension->setObjectName(QStringLiteral("extension"));
+    m_status->setObjectName(QStringLiteral("status"));
+    m_dial->setObjectName(QStringLiteral("dial"));
+    m_hangUp->setObjectName(QStringLiteral("hangUp"));
 
     m_model = new QStringListModel(this);
     m_completer = new QCompleter(m_model, this);

@@ -42,13 +42,7 @@ public:
     void reloadSources();
 
     QLineEdit* numberField() const { return m_number; }
-    QLabel* unifiedLabel() const { return m_unified; }
     QLabel* nameLabel() const { return m_name; }
-    QLabel* statusLabel() const { return m_status; }
-    QComboBox* extensionBox() const { return m_extension; }
-    QPushButton* dialButton() const { return m_dial; }
-    QPushButton* hangUpButton() const { return m_hangUp; }
-    QCompleter* completer() const { return m_completer; }
     bool isBusy() const { return m_busy; }
 
     void dial();

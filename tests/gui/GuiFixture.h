@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TestSupport.h"
+#include "TrayApplication.h"
 
 #include "app/AppEnvironment.h"
 #include "base/SecretStore.h"
@@ -108,4 +109,37 @@ struct GuiEnv
     }
 
     static QString addressBook() { return QStringLiteral(TONDREL_TEST_DATA_DIR "/contacts/apple_export.vcf"); }
+};
+
+// The tray, headless, on its own settings: on a plain location, or on the simulated router.
+struct GuiTray
+{
+    GuiEnv env;
+    RecordingPresenter presenter;
+    std::unique_ptr<TrayApplication> tray;
+
+    void start(TrayApplication::Options options = {}, const QStringList& arguments = {})
+    {
+        options.presenter = &presenter;
+        options.headless = true;
+        tray = std::make_unique<TrayApplication>(*env.env, options);
+        tray->start(arguments);
+    }
+
+    // Location "L1" on the router with its password; the router's own commands, without the
+    // status check at start unless asked.
+    bool startOnRouter(SimulatorProcess& sim, const QVariantMap& settings = {}, const QVariantMap& globals = {},
+                       const QString& password = QStringLiteral("secret"), bool checkStatus = false)
+    {
+        QVariantMap home = GuiEnv::routerLocation(QStringLiteral("Home"), 1, sim);
+        home.insert(settings);
+        if (!sim.isRunning() || !env.open({{QStringLiteral("L1"), home}}, QStringLiteral("L1"), globals))
+            return false;
+        env.setPassword(QStringLiteral("L1"), password);
+        TrayApplication::Options options = TrayApplication::routerOptions(*env.env);
+        if (!checkStatus)
+            options.checkRouterStatus = {};
+        start(options);
+        return true;
+    }
 };

@@ -2,7 +2,6 @@
 
 #include "CallMonitorWindow.h"
 #include "DialWindow.h"
-#include "SingleInstance.h"
 #include "TrayApplication.h"
 #include "TrayCallMonitor.h"
 
@@ -12,35 +11,31 @@
 
 #include <QComboBox>
 #include <QCompleter>
-#include <QDataStream>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTreeWidget>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocalSocket>
 #include <QPushButton>
 #include <QTest>
-#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-struct DialRig
+template <class T> T* child(DialWindow& w, const char* name)
 {
-    GuiEnv env;
-    RecordingPresenter presenter;
-    std::unique_ptr<TrayApplication> tray;
+    return w.findChild<T*>(QLatin1String(name));
+}
 
-    bool start(TrayApplication::Options options = {}, const QVariantMap& location = GuiEnv::location(u"Home"_s, 1, 0))
+// The tray on a location without a way to reach the router.
+struct DialRig : GuiTray
+{
+    bool start(const QVariantMap& location = GuiEnv::location(u"Home"_s, 1, 0))
     {
         if (!env.open({{u"L1"_s, location}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}}))
             return false;
-        options.presenter = &presenter;
-        options.headless = true;
-        tray = std::make_unique<TrayApplication>(*env.env, options);
-        tray->start({});
+        GuiTray::start();
         return true;
     }
 };
@@ -54,7 +49,7 @@ private slots:
     void numberField();
     void completionFromBookAndCallerCache();
     void extensionsOfTheLocation();
-    void secondStartHandsOverTelURL();
+    void telLinkOpensTheWindow();
     void dialThroughTheRouter_data();
     void dialThroughTheRouter();
     void dialledCallFollowsTheMonitorAndHangsUp();
@@ -74,24 +69,15 @@ QJsonArray simActions(SimulatorProcess& sim, const QString& kind)
 struct RouterRig
 {
     SimulatorProcess sim;
-    DialRig rig;
+    GuiTray rig;
     QStringList asked;
     bool answer = true;
 
     bool start(const QString& password)
     {
-        if (!sim.isRunning())
+        if (!rig.startOnRouter(sim, {{u"ConfirmDial"_s, true}}, {{u"AddressBook"_s, GuiEnv::addressBook()}}, password,
+                               true))
             return false;
-        QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
-        home.insert(u"ConfirmDial"_s, true);
-        if (!rig.env.open({{u"L1"_s, home}}, u"L1"_s, {{u"AddressBook"_s, GuiEnv::addressBook()}}))
-            return false;
-        rig.env.setPassword(u"L1"_s, password);
-        TrayApplication::Options options = TrayApplication::routerOptions(*rig.env.env);
-        options.presenter = &rig.presenter;
-        options.headless = true;
-        rig.tray = std::make_unique<TrayApplication>(*rig.env.env, options);
-        rig.tray->start({});
         rig.tray->dialWindow().setConfirm([this](const QString& number, const QString& name) {
             asked << number + u'/' + name;
             return answer;
@@ -106,8 +92,9 @@ struct RouterRig
         DialWindow& w = rig.tray->dialWindow();
         w.openWithNumber(QString(), {});
         w.numberField()->setText(number);
-        w.extensionBox()->setCurrentIndex(w.extensionBox()->findData(extension));
-        QTest::mouseClick(w.dialButton(), Qt::LeftButton);
+        auto* box = child<QComboBox>(w, "extension");
+        box->setCurrentIndex(box->findData(extension));
+        QTest::mouseClick(child<QPushButton>(w, "dial"), Qt::LeftButton);
         return QTest::qWaitFor([&w] { return !w.isBusy(); }, 20000);
     }
 
@@ -151,7 +138,7 @@ void TestDialWindow::dialThroughTheRouter()
     QTEST(sent.join(u','), "sent");
     QTEST(r.monitorState(), "monitor");
     QFETCH(QString, status);
-    const QString shown = r.rig.tray->dialWindow().statusLabel()->text();
+    const QString shown = child<QLabel>(r.rig.tray->dialWindow(), "status")->text();
     QVERIFY2(status.isEmpty() ? shown.isEmpty() : shown.contains(status), qPrintable(shown));
 }
 
@@ -172,10 +159,10 @@ void TestDialWindow::dialledCallFollowsTheMonitorAndHangsUp()
     QTRY_COMPARE(monitor.table()->topLevelItem(0)->text(CallMonitorWindow::State), u"Calling"_s);
     QCOMPARE(r.rig.tray->callMonitor().listener().monitorCalls().size(), qsizetype(1));
 
-    QTest::mouseClick(r.rig.tray->dialWindow().hangUpButton(), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(r.rig.tray->dialWindow(), "hangUp"), Qt::LeftButton);
     QTRY_COMPARE(simActions(r.sim, u"hangup"_s).size(), qsizetype(1));
     QTRY_VERIFY(!r.rig.tray->dialWindow().isBusy());
-    QCOMPARE(r.rig.tray->dialWindow().statusLabel()->text(), u"Hung up."_s);
+    QCOMPARE(child<QLabel>(r.rig.tray->dialWindow(), "status")->text(), u"Hung up."_s);
 }
 
 void TestDialWindow::numberField_data()
@@ -206,7 +193,7 @@ void TestDialWindow::numberField()
     window.openWithNumber(QString(), {});
     window.numberField()->setText(input);
     QTEST(window.numberField()->text(), "field");
-    QTEST(window.unifiedLabel()->text(), "unified");
+    QTEST(child<QLabel>(window, "unified")->text(), "unified");
     QTEST(window.nameLabel()->text(), "name");
 }
 
@@ -217,7 +204,7 @@ void TestDialWindow::completionFromBookAndCallerCache()
     rig.env.env->callinglist()->insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), QString());
     DialWindow& window = rig.tray->dialWindow();
     window.openWithNumber(QString(), {});
-    QCompleter* completer = window.completer();
+    QCompleter* completer = window.numberField()->completer();
 
     auto matches = [completer](const QString& prefix) {
         completer->setCompletionPrefix(prefix);
@@ -237,8 +224,8 @@ void TestDialWindow::extensionsOfTheLocation()
     DialRig rig;
     QVariantMap home = GuiEnv::location(u"Home"_s, 1, 0);
     home.insert(u"dialport"_s, 610);
-    QVERIFY(rig.start({}, home));
-    QComboBox* box = rig.tray->dialWindow().extensionBox();
+    QVERIFY(rig.start(home));
+    QComboBox* box = child<QComboBox>(rig.tray->dialWindow(), "extension");
     QStringList items;
     for (int i = 0; i < box->count(); ++i)
         items << box->itemData(i).toString();
@@ -247,26 +234,15 @@ void TestDialWindow::extensionsOfTheLocation()
     QCOMPARE(box->currentData().toString(), u"610"_s);
     // Without a way to reach the router there is nothing to press.
     rig.tray->dialWindow().numberField()->setText(u"0301234567"_s);
-    QVERIFY(!rig.tray->dialWindow().dialButton()->isEnabled());
+    QVERIFY(!child<QPushButton>(rig.tray->dialWindow(), "dial")->isEnabled());
 }
 
-void TestDialWindow::secondStartHandsOverTelURL()
+// A second start hands its tel: link over (see SingleInstance); the window opens on the number.
+void TestDialWindow::telLinkOpensTheWindow()
 {
     DialRig rig;
     QVERIFY(rig.start());
-    const QString name = u"tondrel-test-"_s + QUuid::createUuid().toString(QUuid::Id128);
-    SingleInstance first(name);
-    QVERIFY(first.claim());
-    QObject::connect(&first, &SingleInstance::argumentsReceived, rig.tray.get(), &TrayApplication::handleArguments);
-
-    QLocalSocket socket;
-    socket.connectToServer(name);
-    QVERIFY(socket.waitForConnected(2000));
-    QByteArray data;
-    QDataStream out(&data, QIODevice::WriteOnly);
-    out << QStringList{u"tel:+49%20171%205550111"_s};
-    socket.write(data);
-    socket.flush();
+    rig.tray->handleArguments({u"tel:+49%20171%205550111"_s});
     QTRY_VERIFY(rig.tray->dialWindow().isVisible());
     QCOMPARE(rig.tray->dialWindow().numberField()->text(), u"+49 171 5550111"_s);
     QCOMPARE(rig.tray->dialWindow().nameLabel()->text(), u"Jürgen Müller - Bäckerei Müller GmbH (iPhone)"_s);

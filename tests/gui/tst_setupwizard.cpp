@@ -166,21 +166,16 @@ void TestSetupWizard::nothingAnswers()
 
 void TestSetupWizard::menuOpensOneAssistant()
 {
-    GuiEnv env;
-    QVERIFY(env.open({}, QString()));
-    RecordingPresenter presenter;
-    TrayApplication::Options options;
-    options.presenter = &presenter;
-    options.headless = true;
-    TrayApplication tray(*env.env, options);
-    tray.start({});
+    GuiTray t;
+    QVERIFY(t.env.open({}, QString()));
+    t.start();
     // Headless starts open no window of their own.
-    QVERIFY(!tray.setupWizard());
-    tray.menu().setupItem()->trigger();
-    QPointer<SetupWizard> first = tray.setupWizard();
+    QVERIFY(!t.tray->setupWizard());
+    t.tray->menu().setupItem()->trigger();
+    QPointer<SetupWizard> first = t.tray->setupWizard();
     QVERIFY(first && first->isVisible());
-    tray.menu().setupItem()->trigger();
-    QCOMPARE(tray.setupWizard(), first.data());
+    t.tray->menu().setupItem()->trigger();
+    QCOMPARE(t.tray->setupWizard(), first.data());
     first->reject();
     QTRY_VERIFY(!first);
 }

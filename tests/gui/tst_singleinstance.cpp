@@ -1,10 +1,12 @@
 #include "SingleInstance.h"
 
+#include <QDataStream>
+#include <QLocalSocket>
 #include <QSignalSpy>
 #include <QTest>
 #include <QUuid>
-#include <QLocalSocket>
-#include <QDataStream>
+
+using namespace Qt::StringLiterals;
 
 class TestSingleInstance : public QObject
 {
@@ -15,7 +17,7 @@ private slots:
 
 void TestSingleInstance::secondStartForwardsItsArguments()
 {
-    const QString name = QStringLiteral("tondrel-test-") + QUuid::createUuid().toString(QUuid::Id128);
+    const QString name = u"tondrel-test-"_s + QUuid::createUuid().toString(QUuid::Id128);
     SingleInstance first(name);
     QVERIFY(first.claim());
     QSignalSpy received(&first, &SingleInstance::argumentsReceived);
@@ -29,14 +31,14 @@ void TestSingleInstance::secondStartForwardsItsArguments()
     QVERIFY(socket.waitForConnected(2000));
     QByteArray data;
     QDataStream out(&data, QIODevice::WriteOnly);
-    out << QStringList{QStringLiteral("tel:+49301234567")};
+    out << QStringList{u"tel:+49301234567"_s};
     // Split in two writes: the receiver must wait for the whole list.
     socket.write(data.left(5));
     socket.flush();
     QTest::qWait(50);
     socket.write(data.mid(5));
     QTRY_COMPARE(received.size(), 1);
-    QCOMPARE(received.first().first().toStringList(), QStringList{QStringLiteral("tel:+49301234567")});
+    QCOMPARE(received.first().first().toStringList(), QStringList{u"tel:+49301234567"_s});
 }
 
 QTEST_MAIN(TestSingleInstance)

@@ -21,21 +21,13 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-struct Rig
+struct Rig : GuiTray
 {
-    GuiEnv env;
-    RecordingPresenter presenter;
-    std::unique_ptr<TrayApplication> tray;
-
     bool start()
     {
         if (!env.open({{u"L1"_s, GuiEnv::location(u"Home"_s, 1, 0)}}, u"L1"_s))
             return false;
-        TrayApplication::Options options;
-        options.presenter = &presenter;
-        options.headless = true;
-        tray = std::make_unique<TrayApplication>(*env.env, options);
-        tray->start({});
+        GuiTray::start();
         return true;
     }
     TNCallinglist& calls() { return *env.env->callinglist(); }

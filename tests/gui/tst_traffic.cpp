@@ -77,29 +77,15 @@ void TestTraffic::figures()
 }
 
 namespace {
-struct TrafficRig
+struct TrafficRig : GuiTray
 {
     SimulatorProcess sim;
-    GuiEnv env;
-    RecordingPresenter presenter;
-    std::unique_ptr<TrayApplication> tray;
 
     bool start(const QVariantMap& globals = {})
     {
-        if (!sim.isRunning())
+        if (!startOnRouter(sim, {{u"CallMonitor"_s, false}}, globals))
             return false;
-        QVariantMap home = GuiEnv::routerLocation(u"Home"_s, 1, sim);
-        home.insert(u"CallMonitor"_s, false);
-        if (!env.open({{u"L1"_s, home}}, u"L1"_s, globals))
-            return false;
-        env.setPassword(u"L1"_s, u"secret"_s);
-        TrayApplication::Options options = TrayApplication::routerOptions(*env.env);
-        options.presenter = &presenter;
-        options.headless = true;
-        options.checkRouterStatus = {};
-        tray = std::make_unique<TrayApplication>(*env.env, options);
         tray->trafficSampler().setInterval(150);
-        tray->start({});
         return true;
     }
 };

@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 struct Message
 {
@@ -39,7 +41,7 @@ QList<Message> readCatalog(const QString& path)
         } else if (xml.name() == u"source") {
             current.source = xml.readElementText();
         } else if (xml.name() == u"translation") {
-            current.finished = xml.attributes().value(QStringLiteral("type")).isEmpty();
+            current.finished = xml.attributes().value(u"type"_s).isEmpty();
             current.translation = xml.readElementText();
             out.append(current);
         }
@@ -60,17 +62,17 @@ void TestTranslations::everyWindowTextHasGerman()
 {
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
-    const QString scanned = dir.filePath(QStringLiteral("scan_de.ts"));
+    const QString scanned = dir.filePath(u"scan_de.ts"_s);
     QVERIFY(QFile::copy(QStringLiteral(TONDREL_GUI_TS_FILE), scanned));
     QFile::setPermissions(scanned, QFile::ReadOwner | QFile::WriteOwner);
     QProcess lupdate;
     lupdate.start(QStringLiteral(TONDREL_LUPDATE_PATH),
-                  {QStringLiteral("-silent"), QStringLiteral("-no-obsolete"), QStringLiteral("-locations"),
-                   QStringLiteral("none"), QStringLiteral(TONDREL_GUI_SOURCE_DIR), QStringLiteral("-ts"), scanned});
+                  {u"-silent"_s, u"-no-obsolete"_s, u"-locations"_s, u"none"_s,
+                   QStringLiteral(TONDREL_GUI_SOURCE_DIR), u"-ts"_s, scanned});
     QVERIFY(lupdate.waitForFinished(120000));
     QCOMPARE(lupdate.exitCode(), 0);
 
-    static const QRegularExpression placeholder(QStringLiteral("%\\d"));
+    static const QRegularExpression placeholder(u"%\\d"_s);
     QStringList missing;
     const QList<Message> messages = readCatalog(scanned);
     QVERIFY(messages.size() > 50);
@@ -80,16 +82,16 @@ void TestTranslations::everyWindowTextHasGerman()
         else
             QVERIFY2(m.translation.count(placeholder) == m.source.count(placeholder), qPrintable(m.source));
     }
-    QVERIFY2(missing.isEmpty(), qPrintable(QStringLiteral("no German text (update translations/tondrel_gui_de.ts): ") +
-                                           missing.join(u", ")));
+    QVERIFY2(missing.isEmpty(),
+             qPrintable(u"no German text (update translations/tondrel_gui_de.ts): "_s + missing.join(u", ")));
 }
 
 void TestTranslations::germanCatalogIsShipped()
 {
-    QVERIFY(Localization::install(QLocale(QLocale::German, QLocale::Germany), QStringLiteral("tondrel_gui")));
-    QCOMPARE(QCoreApplication::translate("TrayMenu", "Quit Tondrel"), QStringLiteral("Tondrel beenden"));
-    QVERIFY(Localization::install(QLocale::c(), QStringLiteral("tondrel_gui")));
-    QCOMPARE(QCoreApplication::translate("TrayMenu", "Quit Tondrel"), QStringLiteral("Quit Tondrel"));
+    QVERIFY(Localization::install(QLocale(QLocale::German, QLocale::Germany), u"tondrel_gui"_s));
+    QCOMPARE(QCoreApplication::translate("TrayMenu", "Quit Tondrel"), u"Tondrel beenden"_s);
+    QVERIFY(Localization::install(QLocale::c(), u"tondrel_gui"_s));
+    QCOMPARE(QCoreApplication::translate("TrayMenu", "Quit Tondrel"), u"Quit Tondrel"_s);
 }
 
 QTEST_GUILESS_MAIN(TestTranslations)

@@ -43,12 +43,11 @@ class TestTrafficCli : public QObject
 {
     Q_OBJECT
 private slots:
-    void realtimeQueuesAreSummed();
-    void figuresMoveOn();
+    void realtimeQueuesSummedAndFiguresMoveOn();
     void zerosWhileNoRouterAnswers();
 };
 
-void TestTrafficCli::realtimeQueuesAreSummed()
+void TestTrafficCli::realtimeQueuesSummedAndFiguresMoveOn()
 {
     TempEnv env;
     const QString scenario = env.root.filePath(u"s.json"_s);
@@ -59,25 +58,12 @@ void TestTrafficCli::realtimeQueuesAreSummed()
     SimulatorProcess sim({u"--scenario"_s, scenario});
     QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
     QVERIFY(addLocation(env, sim.port(u"web"_s)));
-    const CliResult r = runCli(env, {u"--json"_s, u"traffic"_s, u"--count"_s, u"1"_s});
-    QVERIFY2(r.exitCode == 0, r.err.constData());
-    const auto list = records(r.out);
-    QCOMPARE(list.size(), 1);
-    QCOMPARE(texts(list[0].value(u"us_realtime"_s)), (QStringList{u"11"_s, u"22"_s, u"30"_s}));
-    QCOMPARE(list[0].value(u"max_us"_s).toString(), u"1000"_s);
-    QCOMPARE(texts(list[0].value(u"ds_internet"_s)).size(), 20);
-}
-
-void TestTrafficCli::figuresMoveOn()
-{
-    TempEnv env;
-    SimulatorProcess sim;
-    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
-    QVERIFY(addLocation(env, sim.port(u"web"_s)));
     const CliResult r = runCli(env, {u"--json"_s, u"traffic"_s, u"--count"_s, u"2"_s});
     QVERIFY2(r.exitCode == 0, r.err.constData());
     const auto list = records(r.out);
     QCOMPARE(list.size(), 2);
+    QCOMPARE(texts(list[0].value(u"us_realtime"_s)), (QStringList{u"11"_s, u"22"_s, u"30"_s}));
+    QCOMPARE(list[0].value(u"max_us"_s).toString(), u"1000"_s);
     const QStringList first = texts(list[0].value(u"ds_internet"_s));
     const QStringList second = texts(list[1].value(u"ds_internet"_s));
     QCOMPARE(first.size(), 20);

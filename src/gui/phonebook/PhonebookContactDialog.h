@@ -17,9 +17,7 @@ public:
 
     BoxContactEntry entry() const;
     QLineEdit* nameField() const { return m_name; }
-    QLineEdit* homeField() const { return m_home; }
     QLineEdit* mobileField() const { return m_mobile; }
-    QLineEdit* workField() const { return m_work; }
     bool canSave() const;
 
 private:

@@ -57,6 +57,7 @@ PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, SettingsStore& s
     buttons->addStretch(1);
     buttons->addWidget(new QLabel(tr("Address book group:"), this));
     m_groups = new QComboBox(this);
+    m_groups->setObjectName(QStringLiteral("groups"));
     buttons->addWidget(m_groups);
     m_send = new QPushButton(tr("Send to the router…"), this);
     m_send->setToolTip(tr("Replaces the router's phone book with the contacts of the group."));

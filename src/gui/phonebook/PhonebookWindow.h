@@ -28,7 +28,6 @@ public:
     void sendGroup(const QString& group);
 
     QTreeWidget* contactList() const { return m_list; }
-    QComboBox* groupChooser() const { return m_groups; }
     QString statusText() const;
     bool isBusy() const { return m_busy; }
     // Tests answer the question before the router's book is replaced.

@@ -114,8 +114,6 @@ public:
     void initializePage() override;
     bool validatePage() override;
 
-    QLabel* errorLabel() const { return m_error; }
-
 private:
     SetupWizard* m_wizard;
     QLabel* m_summary;

@@ -77,6 +77,11 @@ void VoicemailWindow::buildActions()
     m_delete->setShortcut(QKeySequence::Delete);
     connect(m_delete, &QAction::triggered, this, &VoicemailWindow::deleteSelected);
     addActions({m_reload, m_cancel, m_play, m_save, m_delete});
+    m_reload->setObjectName(QStringLiteral("reload"));
+    m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_play->setObjectName(QStringLiteral("play"));
+    m_save->setObjectName(QStringLiteral("save"));
+    m_delete->setObjectName(QStringLiteral("delete"));
 
     QToolBar* bar = addToolBar(tr("Messages"));
     bar->setObjectName(QStringLiteral("VoicemailToolBar"));
@@ -152,11 +157,13 @@ void VoicemailWindow::buildLayout()
     m_statusText = new QLabel(this);
     statusBar()->addWidget(m_statusText, 1);
     m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setRange(0, 0); // how long the router takes is not known
     m_progress->setMaximumWidth(140);
     m_progress->hide();
     statusBar()->addPermanentWidget(m_progress);
     m_countLabel = new QLabel(this);
+    m_countLabel->setObjectName(QStringLiteral("countLabel"));
     statusBar()->addPermanentWidget(m_countLabel);
 }
 

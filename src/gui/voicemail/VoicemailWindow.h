@@ -63,16 +63,7 @@ public:
     TNFTPDatasource& datasource() const { return *m_datasource; }
     VoicemailListModel* voicemailModel() const { return m_voicemailModel; }
     VoicemailListModel* faxModel() const { return m_faxModel; }
-    QTabWidget* tabs() const { return m_tabs; }
     QTableView* table(Tab tab) const;
-    QLabel* errorLine() const { return m_errorText; }
-    QLabel* countLabel() const { return m_countLabel; }
-    QProgressBar* progress() const { return m_progress; }
-    QAction* reloadAction() const { return m_reload; }
-    QAction* cancelAction() const { return m_cancel; }
-    QAction* playAction() const { return m_play; }
-    QAction* saveAction() const { return m_save; }
-    QAction* deleteAction() const { return m_delete; }
     bool isLoading() const { return m_loading; }
     bool isTransferring() const { return m_transferring; }
 
