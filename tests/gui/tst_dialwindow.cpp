@@ -4,7 +4,7 @@
 #include "DialWindow.h"
 #include "SingleInstance.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
