@@ -10,7 +10,7 @@ PACKAGES=(
   qtkeychain-qt6-dev libplist-dev libspeex-dev
   libcli11-dev libcpp-httplib-dev libbenchmark-dev
   python3 python3-pyftpdlib python3-openssl
-  xvfb dbus dbus-x11 curl
+  xvfb dbus dbus-x11 curl clang-format
 )
 
 SUDO=""
