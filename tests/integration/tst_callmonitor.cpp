@@ -46,7 +46,6 @@ struct Client
 
     Client()
     {
-        prefs->lines = {QVariantMap{{u"Line"_s, u"0305550000"_s}, {u"HideMonitor"_s, true}}};
         prefs->useNotifications = true;
         store.setValue(keys::MonitorOpenExternCalls, true);
         listener = std::make_unique<StreamListener>(StreamListenerServices{
@@ -121,10 +120,6 @@ private slots:
                      u"connect {\"connID\":0,\"extension\":\"11\"}"_s, u"disconnect {\"connID\":0,\"duration\":42}"_s}
             << 3 << QStringList{u"DISCONNECT/1/c/0301234567/5551234/11"_s} << u"611=1"_s
             << QStringList{u"Incoming call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
-        QTest::newRow("incoming missed")
-            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5551234\"}"_s, u"disconnect {\"connID\":0}"_s} << 2
-            << QStringList{u"DISCONNECT/2/-/0301234567/5551234/"_s} << QString()
-            << QStringList{u"Incoming call: Unknown caller"_s, u"Missed call: Unknown caller"_s};
         QTest::newRow("outgoing from a telephone")
             << Steps{u"call {\"extension\":\"1\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
                      u"connect {\"connID\":0,\"extension\":\"1\"}"_s, u"disconnect {\"connID\":0}"_s}
@@ -137,19 +132,6 @@ private slots:
             << QStringList{u"Please pick up the handset: Unknown caller"_s, u"No answer: Unknown caller"_s};
         QTest::newRow("internal call") << Steps{u"dial **612 11"_s} << 0 << QStringList{} << u"611=3,612=3"_s
                                        << QStringList{};
-        QTest::newRow("two calls at once")
-            << Steps{u"ring {\"caller\":\"0301111111\",\"called\":\"5551234\"}"_s,
-                     u"ring {\"caller\":\"0302222222\",\"called\":\"5551234\"}"_s,
-                     u"connect {\"connID\":1,\"extension\":\"10\"}"_s, u"disconnect {\"connID\":0}"_s,
-                     u"disconnect {\"connID\":1}"_s}
-            << 5 << QStringList{u"DISCONNECT/2/-/0301111111/5551234/"_s, u"DISCONNECT/1/c/0302222222/5551234/10"_s}
-            << u"610=1"_s
-            << QStringList{u"Incoming call: Unknown caller"_s, u"Incoming call: Unknown caller"_s,
-                           u"Missed call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
-        QTest::newRow("hidden line")
-            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5550000\"}"_s,
-                     u"connect {\"connID\":0,\"extension\":\"12\"}"_s, u"disconnect {\"connID\":0}"_s}
-            << 3 << QStringList{} << u"612=1"_s << QStringList{};
         QTest::newRow("withheld caller")
             << Steps{u"ring {\"caller\":\"\",\"called\":\"5551234\",\"trunk\":\"ISDN\"}"_s,
                      u"connect {\"connID\":0,\"extension\":\"4\"}"_s}
