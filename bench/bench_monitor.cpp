@@ -1,5 +1,7 @@
 // The call monitor: how many event lines the listener digests per second, and how long a line
 // takes from arriving on the socket to the user notification being handed to the presenter.
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
@@ -40,15 +42,23 @@ struct Setup
     SettingsStore store{dir.filePath(QStringLiteral("settings.json"))};
     MemorySecretStore secrets;
     std::shared_ptr<TNPreferences> prefs = std::make_shared<TNPreferences>(store, secrets);
+    NotificationCenter center;
     TimingPresenter presenter;
     std::unique_ptr<StreamListener> listener;
     Setup()
     {
-        StreamListenerServices s;
-        s.preferences = [p = prefs] { return p; };
-        s.settings = &store;
-        s.presenter = &presenter;
-        listener = std::make_unique<StreamListener>(s);
+        prefs->useNotifications = true;
+        listener = std::make_unique<StreamListener>(StreamListenerServices{
+            .preferences = [p = prefs] { return p; },
+            .settings = store,
+            .center = center,
+            .clock = Clock::system(),
+            .presenter = &presenter,
+            .memoDetails = {},
+            .openCallmonitorWindow = {},
+            .openURL = {},
+            .setStatusItemState = {},
+        });
     }
 };
 

@@ -6,7 +6,6 @@
 #include "MemoEditor.h"
 #include "MenuRebuild.h"
 #include "TNStatusMenu.h"
-#include "TrayCallMonitor.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
 #include "phonebook/PhonebookWindow.h"
@@ -17,6 +16,7 @@
 #include "voicemail/VoicemailWindow.h"
 
 #include "app/AppEnvironment.h"
+#include "app/CallMonitorService.h"
 #include "base/Defaults.h"
 #include "base/DialURL.h"
 #include "base/Logging.h"
@@ -104,13 +104,16 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
         presenter = m_ownPresenter.get();
     }
     m_status = std::make_unique<TNStatusMenu>();
-    TrayCallMonitor::Hooks hooks;
+    CallMonitorService::Hooks hooks;
+    hooks.presenter = presenter;
     hooks.setStatusItemState = [this](int state) { m_status->setStatusItemState(state); };
     hooks.openCallmonitorWindow = [this] { openCallmonitorWindow(); };
     // A clicked notification comes back as "dial://<number>".
     hooks.openURL = [this](const QString& url) { handleArguments({url}); };
-    hooks.conductor.checkRouterStatus = m_options.checkRouterStatus;
-    m_monitor = std::make_unique<TrayCallMonitor>(env, presenter, std::move(hooks));
+    hooks.checkRouterStatus = m_options.checkRouterStatus;
+    hooks.importJournal = [] { methods::loadCSVListDatainBackground(QString()); };
+    hooks.followNetworkAndSleep = true;
+    m_monitor = std::make_unique<CallMonitorService>(env, std::move(hooks));
     connect(&m_monitor->conductor(), &AppConductor::newCallRequested, this, &TrayApplication::openNewCall);
     connect(&m_monitor->conductor(), &AppConductor::openURLExternally, this,
             [](const QString& url) { QDesktopServices::openUrl(QUrl(url)); });

@@ -19,7 +19,7 @@ class TrafficDisplay;
 class TrafficSampler;
 class TrafficWindow;
 class TNStatusMenu;
-class TrayCallMonitor;
+class CallMonitorService;
 class TrayMenu;
 class VoicemailWindow;
 
@@ -67,7 +67,7 @@ public:
     // start or a later one.
     void handleArguments(const QStringList& arguments);
 
-    TrayCallMonitor& callMonitor() { return *m_monitor; }
+    CallMonitorService& callMonitor() { return *m_monitor; }
     TrayMenu& menu() { return *m_menu; }
     TNStatusMenu& statusMenu() { return *m_status; }
     CallMonitorWindow& monitorWindow();
@@ -104,7 +104,7 @@ private:
     Options m_options;
     std::unique_ptr<NotificationPresenter> m_ownPresenter;
     std::unique_ptr<TNStatusMenu> m_status;
-    std::unique_ptr<TrayCallMonitor> m_monitor;
+    std::unique_ptr<CallMonitorService> m_monitor;
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<CallMonitorWindow> m_monitorWindow;
     std::unique_ptr<DialWindow> m_dialWindow;

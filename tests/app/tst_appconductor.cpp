@@ -8,6 +8,8 @@
 #include "monitor/SleepWatcher.h"
 #include "base/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -56,7 +58,15 @@ struct Env
     SettingsStore store{dir.filePath(u"settings.json"_s)};
     MemorySecretStore secrets;
     TNPreferencesManager manager{store, secrets};
-    StreamListener listener;
+    NotificationCenter center;
+    StreamListener listener{{.preferences = [this] { return manager.currentPreferences(); },
+                             .settings = store,
+                             .center = center,
+                             .clock = Clock::system(),
+                             .memoDetails = {},
+                             .openCallmonitorWindow = {},
+                             .openURL = {},
+                             .setStatusItemState = {}}};
     SwitchableReachability reachability;
     FakeRouterPort router;
     int statusChecks = 0;
@@ -75,7 +85,7 @@ struct Env
         manager.activateCurrentLocation();
         AppConductor::Hooks hooks;
         hooks.checkRouterStatus = [this] { ++statusChecks; };
-        conductor = std::make_unique<AppConductor>(manager, listener, &reachability, hooks);
+        conductor = std::make_unique<AppConductor>(manager, listener, center, &reachability, hooks);
     }
     bool storedCallMonitor(const QString& uid) const
     {

@@ -6,7 +6,7 @@
 
 #include "DialWindow.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
 #include "calllist/AddContactDialog.h"
 #include "calllist/CallListGroups.h"

@@ -3,7 +3,7 @@
 #include "CallMonitorWindow.h"
 #include "MemoEditor.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
 
 #include "base/TNPreferencesManager.h"
@@ -159,6 +159,7 @@ void TestCallMonitorWindow::windowOpensWithoutNotifications()
     QVERIFY(rig.post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}}));
     QTRY_VERIFY(rig.tray->monitorWindow().isVisible());
     QTRY_COMPARE(rig.table()->topLevelItemCount(), 1);
+    QVERIFY(rig.presenter.notes.isEmpty());
 }
 
 QTEST_MAIN(TestCallMonitorWindow)

@@ -3,7 +3,7 @@
 #include "CallMonitorWindow.h"
 #include "DialWindow.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"

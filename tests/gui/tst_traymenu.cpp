@@ -7,7 +7,7 @@
 #include "LocationsMenu.h"
 #include "TNStatusMenu.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
 
 #include "base/NotificationCenter.h"

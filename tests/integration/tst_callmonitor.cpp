@@ -1,5 +1,7 @@
 #include "TestSupport.h"
 
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
@@ -7,6 +9,7 @@
 #include "monitor/NotificationPresenter.h"
 #include "monitor/StreamListener.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
@@ -37,18 +40,25 @@ struct Client
     SettingsStore store{dir.filePath(u"settings.json"_s)};
     MemorySecretStore secrets;
     std::shared_ptr<TNPreferences> prefs = std::make_shared<TNPreferences>(store, secrets);
+    NotificationCenter center;
     RecordingPresenter presenter;
     std::unique_ptr<StreamListener> listener;
 
     Client()
     {
-        prefs->lines = {QVariantMap{{u"Line"_s, u"0305550000"_s}, {u"HideMonitor"_s, true}}};
+        prefs->useNotifications = true;
         store.setValue(keys::MonitorOpenExternCalls, true);
-        StreamListenerServices s;
-        s.preferences = [p = prefs] { return p; };
-        s.settings = &store;
-        s.presenter = &presenter;
-        listener = std::make_unique<StreamListener>(s);
+        listener = std::make_unique<StreamListener>(StreamListenerServices{
+            .preferences = [p = prefs] { return p; },
+            .settings = store,
+            .center = center,
+            .clock = Clock::system(),
+            .presenter = &presenter,
+            .memoDetails = {},
+            .openCallmonitorWindow = {},
+            .openURL = {},
+            .setStatusItemState = {},
+        });
     }
 };
 
@@ -110,10 +120,6 @@ private slots:
                      u"connect {\"connID\":0,\"extension\":\"11\"}"_s, u"disconnect {\"connID\":0,\"duration\":42}"_s}
             << 3 << QStringList{u"DISCONNECT/1/c/0301234567/5551234/11"_s} << u"611=1"_s
             << QStringList{u"Incoming call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
-        QTest::newRow("incoming missed")
-            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5551234\"}"_s, u"disconnect {\"connID\":0}"_s} << 2
-            << QStringList{u"DISCONNECT/2/-/0301234567/5551234/"_s} << QString()
-            << QStringList{u"Incoming call: Unknown caller"_s, u"Missed call: Unknown caller"_s};
         QTest::newRow("outgoing from a telephone")
             << Steps{u"call {\"extension\":\"1\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
                      u"connect {\"connID\":0,\"extension\":\"1\"}"_s, u"disconnect {\"connID\":0}"_s}
@@ -126,19 +132,6 @@ private slots:
             << QStringList{u"Please pick up the handset: Unknown caller"_s, u"No answer: Unknown caller"_s};
         QTest::newRow("internal call") << Steps{u"dial **612 11"_s} << 0 << QStringList{} << u"611=3,612=3"_s
                                        << QStringList{};
-        QTest::newRow("two calls at once")
-            << Steps{u"ring {\"caller\":\"0301111111\",\"called\":\"5551234\"}"_s,
-                     u"ring {\"caller\":\"0302222222\",\"called\":\"5551234\"}"_s,
-                     u"connect {\"connID\":1,\"extension\":\"10\"}"_s, u"disconnect {\"connID\":0}"_s,
-                     u"disconnect {\"connID\":1}"_s}
-            << 5 << QStringList{u"DISCONNECT/2/-/0301111111/5551234/"_s, u"DISCONNECT/1/c/0302222222/5551234/10"_s}
-            << u"610=1"_s
-            << QStringList{u"Incoming call: Unknown caller"_s, u"Incoming call: Unknown caller"_s,
-                           u"Missed call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
-        QTest::newRow("hidden line")
-            << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5550000\"}"_s,
-                     u"connect {\"connID\":0,\"extension\":\"12\"}"_s, u"disconnect {\"connID\":0}"_s}
-            << 3 << QStringList{} << u"612=1"_s << QStringList{};
         QTest::newRow("withheld caller")
             << Steps{u"ring {\"caller\":\"\",\"called\":\"5551234\",\"trunk\":\"ISDN\"}"_s,
                      u"connect {\"connID\":0,\"extension\":\"4\"}"_s}
@@ -296,6 +289,44 @@ private slots:
         QVERIFY(QDateTime::fromString(last.value(u"dateEnd"_s).toString(), Qt::ISODate).isValid());
         QCOMPARE(last.value(u"notification"_s).toObject().value(u"body"_s).toString(),
                  u"0301234567\nDuration: 00:01:15"_s);
+    }
+
+    // With "ListAferCall" a call that ends brings the router's journal into the call list.
+    void cliImportsTheJournalAfterACall_data()
+    {
+        QTest::addColumn<bool>("afterCall");
+        QTest::newRow("setting on") << true;
+        QTest::newRow("setting off") << false;
+    }
+    void cliImportsTheJournalAfterACall()
+    {
+        QFETCH(bool, afterCall);
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        TempEnv env;
+        QCOMPARE(runCli(env,
+                        {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--web-port"_s,
+                         QString::number(sim.port(u"web"_s)), u"--tr064-port"_s, QString::number(sim.port(u"tr064"_s)),
+                         u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--password-stdin"_s},
+                        "secret\n")
+                     .exitCode,
+                 0);
+        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"ListAferCall"_s, afterCall ? u"true"_s : u"false"_s}).exitCode, 0);
+
+        QProcess cli;
+        cli.start(QStringLiteral(TONDREL_CLI_PATH),
+                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
+                   u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"30"_s});
+        QVERIFY(waitForClients(sim, 1));
+        sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0301234567","called":"5551234"})");
+        sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0})");
+        QVERIFY(cli.waitForFinished(20000));
+        QCOMPARE(cli.exitCode(), 0);
+
+        const QJsonArray rows = QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"calls"_s, u"list"_s}).out).array();
+        QCOMPARE(rows.size(), afterCall ? 1 : 0);
+        if (afterCall)
+            QCOMPARE(rows[0].toObject().value(u"phonenumber"_s).toString(), u"0301234567"_s);
     }
 
     void cliFailsWhenNothingListens()

@@ -1,3 +1,4 @@
+#include "base/Clock.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/SecretStore.h"
@@ -11,6 +12,8 @@
 
 #include <QFile>
 #include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -61,27 +64,29 @@ struct Harness
     SettingsStore store{dir.filePath(QStringLiteral("settings.json"))};
     MemorySecretStore secrets;
     std::shared_ptr<TNPreferences> prefs = std::make_shared<TNPreferences>(store, secrets);
+    NotificationCenter center;
     RecordingPresenter presenter;
     QStringList openedURLs;
+    int windowRequests = 0;
     std::unique_ptr<StreamListener> listener;
 
     explicit Harness(CallerNameResolver* names = nullptr)
     {
+        prefs->useNotifications = true;
         prefs->lines = {QVariantMap{{QStringLiteral("Line"), QStringLiteral("0305550000")},
-                                    {QStringLiteral("HideMonitor"), true}},
-                        QVariantMap{{QStringLiteral("Line"), QStringLiteral("5551234")},
-                                    {QStringLiteral("HideMonitor"), false}}};
-        prefs->extensions = {QVariantMap{{QStringLiteral("Intern"), QStringLiteral("611")},
-                                         {QStringLiteral("Title"), QStringLiteral("Kitchen")}},
-                             QVariantMap{{QStringLiteral("Intern"), QStringLiteral("2")},
-                                         {QStringLiteral("Title"), QStringLiteral("Fax")}}};
-        StreamListenerServices s;
-        s.preferences = [p = prefs] { return p; };
-        s.settings = &store;
-        s.presenter = &presenter;
-        s.names = names;
-        s.openURL = [this](const QString& url) { openedURLs << url; };
-        listener = std::make_unique<StreamListener>(s);
+                                    {QStringLiteral("HideMonitor"), true}}};
+        listener = std::make_unique<StreamListener>(StreamListenerServices{
+            .preferences = [p = prefs] { return p; },
+            .settings = store,
+            .center = center,
+            .clock = Clock::system(),
+            .names = names,
+            .presenter = &presenter,
+            .memoDetails = {},
+            .openCallmonitorWindow = [this] { ++windowRequests; },
+            .openURL = [this](const QString& url) { openedURLs << url; },
+            .setStatusItemState = {},
+        });
     }
     void feed(const QStringList& lines)
     {
@@ -127,74 +132,6 @@ class TestStreamListener : public QObject
 {
     Q_OBJECT
 private slots:
-    void sequences_data()
-    {
-        QTest::addColumn<QStringList>("lines");
-        QTest::addColumn<bool>("openExternCalls");
-        QTest::addColumn<QStringList>("records");
-        QTest::addColumn<QString>("extensions");
-        QTest::addColumn<QStringList>("notes");
-
-        QTest::newRow("incoming answered")
-            << QStringList{L(u"RING;0;0301234567#;5551234;SIP0;"_s), L(u"CONNECT;0;11;0301234567;"_s), L(u"DISCONNECT;0;65;"_s)}
-            << false << QStringList{u"DISCONNECT/1/c/65/0301234567/5551234/SIP0/11/Kitchen"_s} << u"611=1"_s
-            << QStringList{u"Incoming call"_s, u"Call ended"_s};
-        QTest::newRow("incoming missed")
-            << QStringList{L(u"RING;0;0301234567;5551234;SIP0;"_s), L(u"DISCONNECT;0;0;"_s)} << false
-            << QStringList{u"DISCONNECT/2/-/0/0301234567/5551234/SIP0//"_s} << u""_s << QStringList{u"Incoming call"_s, u"Missed call"_s};
-        QTest::newRow("withheld caller answered on the ISDN bus")
-            << QStringList{L(u"RING;2;;5551234;ISDN;"_s), L(u"CONNECT;2;4;;"_s), L(u"DISCONNECT;2;12;"_s)} << false
-            << QStringList{u"DISCONNECT/1/c/12//5551234/ISDN/4/"_s}
-            << u"50=1,51=1,52=1,53=1,54=1,55=1,56=1,57=1,58=1,59=1"_s << QStringList{u"Incoming call"_s, u"Call ended"_s};
-        QTest::newRow("outgoing from a telephone, shown when wanted")
-            << QStringList{L(u"CALL;1;1;5551234;0309876#;SIP0;"_s), L(u"CONNECT;1;1;0309876;"_s), L(u"DISCONNECT;1;30;"_s)}
-            << true << QStringList{u"DISCONNECT/3/c/30/0309876/5551234/SIP0/1/Fax"_s} << u"1=1"_s << QStringList{u"Call ended"_s};
-        QTest::newRow("outgoing from a telephone, not wanted")
-            << QStringList{L(u"CALL;1;2;5551234;0309876;SIP0;"_s), L(u"CONNECT;1;2;0309876;"_s), L(u"DISCONNECT;1;30;"_s)}
-            << false << QStringList{} << u"2=1"_s << QStringList{};
-        QTest::newRow("outgoing not answered")
-            << QStringList{L(u"CALL;1;12;5551234;0309876;SIP0;"_s), L(u"DISCONNECT;1;0;"_s)} << true
-            << QStringList{u"DISCONNECT/3/-/0/0309876/5551234/SIP0/12/"_s} << u"612=1"_s << QStringList{u"No answer"_s};
-        QTest::newRow("hidden line")
-            << QStringList{L(u"RING;0;0301234567;5550000;SIP1;"_s), L(u"CONNECT;0;11;0301234567;"_s), L(u"DISCONNECT;0;5;"_s)}
-            << false << QStringList{} << u"611=1"_s << QStringList{};
-        QTest::newRow("two calls at once")
-            << QStringList{L(u"RING;0;0301111111;5551234;SIP0;"_s), L(u"RING;1;0302222222;5551234;SIP0;"_s),
-                           L(u"CONNECT;1;10;0302222222;"_s), L(u"DISCONNECT;0;0;"_s), L(u"DISCONNECT;1;20;"_s)}
-            << false
-            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s, u"DISCONNECT/1/c/20/0302222222/5551234/SIP0/10/"_s}
-            << u"610=1"_s << QStringList{u"Incoming call"_s, u"Incoming call"_s, u"Missed call"_s, u"Call ended"_s};
-        QTest::newRow("a reused connection id starts a new record")
-            << QStringList{L(u"RING;0;0301111111;5551234;SIP0;"_s), L(u"DISCONNECT;0;0;"_s), L(u"RING;0;0302222222;5551234;SIP0;"_s),
-                           L(u"CONNECT;0;1;0302222222;"_s)}
-            << false
-            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s, u"CONNECT/1/c//0302222222/5551234/SIP0/1/Fax"_s}
-            << u"1=2"_s << QStringList{u"Incoming call"_s, u"Missed call"_s, u"Incoming call"_s};
-        QTest::newRow("connect of an unknown call still sets the extension")
-            << QStringList{L(u"CONNECT;5;12;0301234567;"_s)} << false << QStringList{} << u"612=2"_s << QStringList{};
-    }
-    void sequences()
-    {
-        QFETCH(QStringList, lines);
-        QFETCH(bool, openExternCalls);
-        QFETCH(QStringList, records);
-        QFETCH(QString, extensions);
-        QFETCH(QStringList, notes);
-        Harness h;
-        h.store.setValue(keys::MonitorOpenExternCalls, openExternCalls);
-        h.feed(lines);
-        QCOMPARE(summaries(*h.listener), records);
-        QCOMPARE(extensionText(*h.listener), extensions);
-        QCOMPARE(h.presenter.titles(), notes);
-        for (const auto& r : h.listener->monitorCalls()) {
-            QVERIFY(!r.UID.isEmpty());
-            if (r.cmd == u"DISCONNECT") {
-                QCOMPARE(r.connID, QStringLiteral("-1"));
-                QVERIFY(r.dateEnd.isValid());
-            }
-        }
-    }
-
     // However the bytes arrive, the same records and states result.
     void deliveryEquivalence_data()
     {
@@ -253,7 +190,7 @@ private slots:
         const QString states = extensionText(*h.listener);
         int posted = 0;
         QObject context;
-        NotificationCenter::defaultCenter().addObserver(&context, Notifications::RELOADCURRENTCALLS,
+        h.center.addObserver(&context, Notifications::RELOADCURRENTCALLS,
                                                         [&](const Notification&) { ++posted; });
         QSignalSpy processed(h.listener.get(), &StreamListener::lineProcessed);
         h.listener->processBytes(line.toUtf8() + "\n");
@@ -269,7 +206,7 @@ private slots:
         Harness h;
         int reloads = 0;
         QObject context;
-        NotificationCenter::defaultCenter().addObserver(&context, Notifications::RELOADCURRENTCALLS,
+        h.center.addObserver(&context, Notifications::RELOADCURRENTCALLS,
                                                         [&](const Notification&) { ++reloads; });
         h.feed({L(u"RING;0;0301234567;5550000;SIP1;"_s), L(u"DISCONNECT;0;0;"_s)}); // a hidden call
         QCOMPARE(reloads, 2);
@@ -331,34 +268,6 @@ private slots:
         QCOMPARE(note->body, body);
     }
 
-    void dialledCallsAndInternalCalls()
-    {
-        Harness h;
-        h.prefs->useNotifications = true;
-        QVERIFY(!methods::notificationForCall(CallRecord::fromMap({{u"cmd"_s, u"DIAL"_s}})));
-
-        h.listener->addNewCallForExtensionForContact(QStringLiteral("0309876"), QStringLiteral("1"),
-                                                     {QStringLiteral("ab"), QStringLiteral("Bob"), QString()});
-        QCOMPARE(summaries(*h.listener), QStringList{u"DIAL/3/-//0309876///1/Fax"_s});
-        QCOMPARE(extensionText(*h.listener), QStringLiteral("1=2"));
-        h.feed({L(u"CALL;3;1;5551234;0309876;SIP0;"_s), L(u"CONNECT;3;1;0309876;"_s), L(u"DISCONNECT;3;8;"_s)});
-        QCOMPARE(summaries(*h.listener), QStringList{u"DISCONNECT/3/c/8/0309876/5551234/SIP0/1/Fax"_s});
-        QCOMPARE(h.listener->monitorCalls().at(0).contactName(), QStringLiteral("Bob"));
-        QVERIFY(h.listener->monitorCalls().at(0).calltime.isEmpty()); // the program dialled it: no router time
-        QCOMPARE(h.presenter.titles(), (QStringList{u"Please pick up the handset"_s, u"Call ended"_s}));
-
-        h.listener->addNewCallForExtensionForContact(QStringLiteral("**612"), QString(), {});
-        QCOMPARE(h.listener->monitorCalls().size(), 1);
-        QCOMPARE(h.listener->extensions().value(QStringLiteral("612")), 3);
-        QCOMPARE(h.listener->extensions().value(QStringLiteral("50")), 3);
-
-        h.listener->addNewCallForExtensionForContact(QStringLiteral("0301"), QStringLiteral("611"), {});
-        const QString uid = h.listener->monitorCalls().constLast().UID;
-        h.listener->cancelCallForUID(uid);
-        QCOMPARE(h.listener->monitorCalls().constLast().cmd, QStringLiteral("DISCONNECT"));
-        QCOMPARE(h.listener->extensions().value(QStringLiteral("611")), 1);
-    }
-
     void reverseLookupNameArrivesLater()
     {
         ThreadedResolver resolver;
@@ -383,19 +292,50 @@ private slots:
         QCOMPARE(h.openedURLs, QStringList{u"dial://0301234567"_s});
     }
 
-    void contactAndMemoUpdates()
+    // The location's notification switch decides: desktop notifications, or the window instead.
+    void notificationsOrTheWindow_data()
     {
+        QTest::addColumn<bool>("notifications");
+        QTest::addColumn<QStringList>("titles");
+        QTest::addColumn<int>("windows");
+        QTest::newRow("notifications on") << true << QStringList{u"Incoming call"_s, u"Call ended"_s} << 0;
+        QTest::newRow("notifications off") << false << QStringList{} << 3;
+    }
+    void notificationsOrTheWindow()
+    {
+        QFETCH(bool, notifications);
         Harness h;
-        h.feed({L(u"RING;4;0301234567;5551234;SIP0;"_s)});
-        h.listener->setContactNameWithLabelAndABIDForConnID(QStringLiteral("Anna"), QStringLiteral("work"),
-                                                            QStringLiteral("ab-9"), QStringLiteral("4"));
-        QCOMPARE(h.listener->monitorCalls().at(0).contact, (QStringList{u"ab-9"_s, u"Anna"_s, u"work"_s}));
-        h.listener->setMemoIDForConnID(7, QStringLiteral("4"));
-        QCOMPARE(h.listener->monitorCalls().at(0).MemoID.value_or(-1), 7);
-        h.listener->setMemoIDForConnID(-1, QStringLiteral("4"));
-        QVERIFY(!h.listener->monitorCalls().at(0).MemoID);
-        h.listener->resetMonitorCalls();
-        QVERIFY(h.listener->monitorCalls().isEmpty());
+        h.prefs->useNotifications = notifications;
+        h.feed({L(u"RING;0;0301234567;5551234;SIP0;"_s), L(u"CONNECT;0;11;0301234567;"_s), L(u"DISCONNECT;0;65;"_s),
+                L(u"RING;1;0301234567;5550000;SIP1;"_s)}); // the last on a hidden line: nothing at all
+        QTEST(h.presenter.titles(), "titles");
+        QTEST(h.windowRequests, "windows");
+        QCOMPARE(h.listener->monitorCalls().size(), 1);
+    }
+
+    // The router closing the stream is a loss like an error; lines it sent before still count.
+    void endOfStreamIsAnError()
+    {
+        QTcpServer router;
+        QVERIFY(router.listen(QHostAddress::LocalHost));
+        Harness h;
+        QSignalSpy lost(h.listener.get(), &StreamListener::connectionLost);
+        QSignalSpy connected(h.listener.get(), &StreamListener::connectedChanged);
+        h.listener->connectToHost(u"127.0.0.1"_s, router.serverPort());
+        QVERIFY(router.waitForNewConnection(5000));
+        QTcpSocket* peer = router.nextPendingConnection();
+        QTRY_VERIFY(h.listener->isConnected());
+        peer->write(L(u"RING;0;0301234567;5551234;SIP0;\n"_s).toLatin1() + L(u"CONNECT;0;1"_s).toLatin1());
+        peer->flush();
+        QTRY_COMPARE(h.listener->monitorCalls().size(), qsizetype(1));
+        peer->write("1;0301234567;\n" + L(u"DISCONNECT;0;3;"_s).toLatin1()); // the last line never ends
+        peer->disconnectFromHost();
+        QTRY_COMPARE(lost.count(), 1);
+        QVERIFY(!h.listener->isConnected());
+        QCOMPARE(h.listener->monitorCalls().at(0).cmd, u"CONNECT"_s);
+        QCOMPARE(h.listener->monitorCalls().at(0).extension, u"11"_s);
+        QCOMPARE(connected.count(), 2);
+        QVERIFY(h.listener->extensions().isEmpty());
     }
 
     void recordKeyValueFormRoundTrips()

@@ -2,16 +2,10 @@
 
 #include "CliContext.h"
 
-#include "monitor/CallMonitorReconnector.h"
-#include "base/SettingsKeys.h"
-#include "base/SettingsStore.h"
-#include "base/TNPreferencesManager.h"
-#include "monitor/NotificationPresenter.h"
-#include "app/AppEnvironment.h"
-#include "app/ServiceAdapters.h"
+#include "app/CallMonitorService.h"
+#include "base/TNPreferences.h"
 #include "calllist/TNCallinglist.h"
-#include "monitor/StreamListener.h"
-#include "monitor/TNScriptManager.h"
+#include "monitor/NotificationPresenter.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
@@ -97,25 +91,18 @@ void MonitorCommand::run(CliContext& ctx)
         throw CliError(1, QStringLiteral("the location has no host name"));
 
     PrintedNotifications printed;
-    TNScriptManager scripts(ctx.paths().scriptsDir());
-    StreamListenerServices services;
-    services.preferences = [prefs] { return prefs; };
-    services.settings = &ctx.settings();
-    services.presenter = &printed;
-    services.scripts = &scripts;
-    services.names = &ctx.environment().callerNames();
-    // With "ListAferCall" every finished call brings the router's journal into the call list.
-    if (ctx.settings().value(keys::ListAferCall).toBool() && TNCallinglist::sharedInstance()) {
-        const int profile = prefs->activeProfileInt;
-        services.loadCallList = [profile] {
-            QThreadPool::globalInstance()->start([profile] {
-                if (TNCallinglist* calls = TNCallinglist::sharedInstance())
-                    calls->getCSVListFromHost(QString(), profile);
-            });
-        };
-    }
-    StreamListener listener(services);
-    CallMonitorReconnector reconnector(listener);
+    CallMonitorService::Hooks hooks;
+    hooks.presenter = &printed;
+    hooks.location = prefs;
+    // The target location's journal, which need not be the current location's.
+    hooks.importJournal = [profile = prefs->activeProfileInt] {
+        QThreadPool::globalInstance()->start([profile] {
+            if (TNCallinglist* calls = TNCallinglist::sharedInstance())
+                calls->getCSVListFromHost(QString(), profile);
+        });
+    };
+    CallMonitorService service(ctx.environment(), std::move(hooks));
+    StreamListener& listener = service.listener();
 
     QEventLoop loop;
     int events = 0;
@@ -146,7 +133,7 @@ void MonitorCommand::run(CliContext& ctx)
             ctx.err().flush();
         }
     });
-    QObject::connect(&reconnector, &CallMonitorReconnector::retryScheduled, &loop, [&](int delayMs, const QString& why) {
+    QObject::connect(&service.reconnector(), &CallMonitorReconnector::retryScheduled, &loop, [&](int delayMs, const QString& why) {
         ctx.err() << "tondrel-cli: call monitor: " << why << "; trying again in " << delayMs / 1000.0 << " s\n";
         ctx.err().flush();
     });
@@ -156,10 +143,9 @@ void MonitorCommand::run(CliContext& ctx)
     if (m_timeout > 0)
         deadline.start(int(m_timeout * 1000));
 
-    reconnector.start(prefs->hostName, quint16(prefs->callMonitorPort));
+    service.start();
     loop.exec();
-    reconnector.stop();
-    listener.disconnectFromHost();
+    service.stop();
     // A journal import started by the last call finishes before the program ends.
     QThreadPool::globalInstance()->waitForDone();
     ctx.out().flush();

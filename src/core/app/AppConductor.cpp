@@ -11,9 +11,9 @@
 #include "base/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
 
-AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listener,
+AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listener, NotificationCenter& center,
                            NetworkReachability* reachability, Hooks hooks, QObject* parent)
-    : QObject(parent), m_manager(manager), m_listener(listener), m_reachability(reachability),
+    : QObject(parent), m_manager(manager), m_listener(listener), m_center(center), m_reachability(reachability),
       m_hooks(std::move(hooks)), m_reconnector(listener, ReconnectBackoff(), this)
 {
     m_statusTimer.setInterval(StatusIntervalMs);
@@ -21,9 +21,9 @@ AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listen
     if (m_reachability)
         connect(m_reachability, &NetworkReachability::reachabilityChanged, this,
                 &AppConductor::checkInternetConnection);
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::ACTIVATESETTINGS,
-                                                    [this](const Notification&) { activateSettingsAndCallMonitor(); });
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::CALLMONITORSTATUS, [this](const Notification&) {
+    m_center.addObserver(this, Notifications::ACTIVATESETTINGS,
+                         [this](const Notification&) { activateSettingsAndCallMonitor(); });
+    m_center.addObserver(this, Notifications::CALLMONITORSTATUS, [this](const Notification&) {
         emit callMonitorChecked(m_listener.isConnected());
     });
 }
@@ -41,14 +41,14 @@ bool AppConductor::hasCurrentLocation() const
 void AppConductor::activateSettingsAndCallMonitor()
 {
     m_manager.activateCurrentLocation();
-    NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLISTCLEAN, this);
+    m_center.post(Notifications::UPDATEABFAXLISTCLEAN, this);
     activateCallMonitor();
     checkWLANStatus();
     const auto prefs = m_manager.currentPreferences();
     if (m_manager.store().value(keys::ListAtStartup).toBool()) {
         if (m_hooks.loadCallList)
             m_hooks.loadCallList();
-        NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLIST, this);
+        m_center.post(Notifications::UPDATEABFAXLIST, this);
     }
     m_statusTimer.stop();
     if (prefs && !prefs->hostName.isEmpty())
@@ -90,7 +90,7 @@ void AppConductor::checkInternetConnection()
     connectListener();
     if (m_hooks.loadCallList)
         m_hooks.loadCallList();
-    NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLIST, this);
+    m_center.post(Notifications::UPDATEABFAXLIST, this);
 }
 
 void AppConductor::prepareSleep()

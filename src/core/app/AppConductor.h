@@ -9,6 +9,7 @@
 #include <functional>
 
 class NetworkReachability;
+class NotificationCenter;
 class SleepWatcher;
 class SettingsStore;
 class StreamListener;
@@ -27,8 +28,8 @@ public:
         std::function<void()> loadCallList;      // journal import in the background
     };
 
-    AppConductor(TNPreferencesManager& manager, StreamListener& listener, NetworkReachability* reachability,
-                 Hooks hooks = {}, QObject* parent = nullptr);
+    AppConductor(TNPreferencesManager& manager, StreamListener& listener, NotificationCenter& center,
+                 NetworkReachability* reachability, Hooks hooks = {}, QObject* parent = nullptr);
 
     static constexpr int StatusIntervalMs = 600 * 1000;
     void setStatusIntervalMs(int ms) { m_statusTimer.setInterval(ms); }
@@ -64,6 +65,7 @@ private:
 
     TNPreferencesManager& m_manager;
     StreamListener& m_listener;
+    NotificationCenter& m_center;
     NetworkReachability* m_reachability;
     Hooks m_hooks;
     CallMonitorReconnector m_reconnector;

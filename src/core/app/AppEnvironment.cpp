@@ -4,12 +4,13 @@
 #include "base/SettingsStore.h"
 #include "base/TNPreferencesManager.h"
 #include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
-    : m_paths(std::move(paths)), m_secretsKind(std::move(secretsKind))
+    : m_paths(std::move(paths)), m_center(NotificationCenter::defaultCenter()), m_secretsKind(std::move(secretsKind))
 {
 }
 

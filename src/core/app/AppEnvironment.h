@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class NotificationCenter;
 class SettingsStore;
 class SecretStore;
 class TNPreferencesManager;
@@ -32,6 +33,8 @@ public:
     QString corruptCopyPath() const { return m_corruptCopy; }
 
     const AppPaths& paths() const { return m_paths; }
+    // The one notification centre the windows and the core services talk through.
+    NotificationCenter& notifications() const { return m_center; }
     SettingsStore& settings() const { return *m_settings; }
     SecretStore& secrets() const { return *m_secrets; }
     TNPreferencesManager& manager() const { return *m_manager; }
@@ -44,6 +47,7 @@ public:
 
 private:
     AppPaths m_paths;
+    NotificationCenter& m_center;
     QString m_secretsKind;
     bool m_corrupt = false;
     QString m_corruptCopy;

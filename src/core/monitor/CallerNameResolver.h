@@ -11,15 +11,15 @@
 class CallerNameResolver
 {
 public:
-    using ReverseResult = std::function<void(const QString& connID, const QString& name)>;
+    using ReverseResult = std::function<void(const QString& key, const QString& name)>;
 
     virtual ~CallerNameResolver() = default;
 
     // [abid, name, label]; ["", "", ""] when the number is unknown.
     virtual QStringList searchNameForPhonenumber(const QString& number) = 0;
 
-    // Starts a lookup in the background; done is called only when a name was found.
-    virtual void reverseSearchInBackground(const QString& connID, const QString& number, ReverseResult done) = 0;
+    // Starts a lookup in the background; done is called with key only when a name was found.
+    virtual void reverseSearchInBackground(const QString& key, const QString& number, ReverseResult done) = 0;
 };
 
 // Knows no one: what the listener uses until an address book is wired in.

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "monitor/CallAnnouncer.h"
 #include "monitor/CallRecord.h"
-#include "monitor/MonitorLine.h"
+#include "monitor/CallTable.h"
 #include "monitor/MonitorLineBuffer.h"
 
 #include <QList>
@@ -21,19 +22,17 @@ class SettingsStore;
 class TNPreferences;
 class TNScriptManager;
 
-// What the listener talks to besides the socket. Everything may stay unset: the listener then
-// uses the process-wide instances or does without (no scripts, no notifications).
+// What the listener talks to besides the socket. The references are required; the rest may stay
+// unset (no names, no scripts, no notifications).
 struct StreamListenerServices
 {
-    std::function<std::shared_ptr<TNPreferences>()> preferences; // the current location
-    SettingsStore* settings = nullptr;                           // global keys
+    std::function<std::shared_ptr<TNPreferences>()> preferences; // the watched location
+    SettingsStore& settings;                                     // global keys
+    NotificationCenter& center;
+    const Clock& clock;
     CallerNameResolver* names = nullptr;
     NotificationPresenter* presenter = nullptr;
     TNScriptManager* scripts = nullptr;
-    NotificationCenter* center = nullptr;
-    Clock* clock = nullptr;
-    // Asks the call list to import the router's journal in the background (after DISCONNECT).
-    std::function<void()> loadCallList;
     // Subject and body of a memo attached during the call.
     std::function<std::pair<QString, QString>(qint64 memoID)> memoDetails;
     // Shows the call monitor window when no notifications are enabled.
@@ -44,20 +43,17 @@ struct StreamListenerServices
     std::function<void(int)> setStatusItemState;
 };
 
-// The client of the router's call monitor port: turns event lines into call records and
-// extension states and tells the rest of the program through notifications.
+// The client of the router's call monitor port: reads its lines into a call table and has the
+// announcer tell the user; the rest of the program hears of it through notifications.
 class StreamListener : public QObject
 {
     Q_OBJECT
 public:
-    enum ExtensionState { Free = 1, InCall = 2, Ringing = 3 };
-    static constexpr qsizetype NotFound = -1;
+    enum ExtensionState { Free = CallTable::Free, InCall = CallTable::InCall, Ringing = CallTable::Ringing };
+    static constexpr qsizetype NotFound = CallTable::NotFound;
 
-    explicit StreamListener(StreamListenerServices services = {}, QObject* parent = nullptr);
+    explicit StreamListener(StreamListenerServices services, QObject* parent = nullptr);
     ~StreamListener() override;
-
-    static StreamListener* sharedInstance();
-    static void setSharedInstance(StreamListener* listener);
 
     // connect: and disconnect. No time-out and no retry here: the conductor reconnects.
     void connectToHost(const QString& hostName, quint16 port = 1012);
@@ -69,33 +65,22 @@ public:
     // Bytes as read from the socket; public so tests and benchmarks can feed the parser directly.
     void processBytes(const QByteArray& bytes);
 
-    const QList<CallRecord>& monitorCalls() const { return m_monitorCalls; }
-    const QMap<QString, int>& extensions() const { return m_extensions; }
-    const QMap<QString, QString>& connIDs() const { return m_connIDs; }
-    void resetMonitorCalls();
-
-    qsizetype indexForConnID(const QString& connID) const;
-    qsizetype indexForUID(const QString& uid) const;
-
-    void changeStateForExtension(int state, const QString& extension);
-    bool showCallForLine(const QString& line, int callType, bool startedExternal) const;
+    const CallTable& table() const { return m_table; }
+    const QList<CallRecord>& monitorCalls() const { return m_table.calls(); }
+    const QMap<QString, int>& extensions() const { return m_table.extensions(); }
+    void resetMonitorCalls() { m_table.clearCalls(); }
+    qsizetype indexForUID(const QString& uid) const { return m_table.indexForUID(uid); }
 
     // A call the program asked the router to dial.
     void addNewCallForExtensionForContact(const QString& number, const QString& extension, const QStringList& contact);
     void cancelCallForUID(const QString& uid);
-    void setReverseSearchedNameForConnID(const QString& name, const QString& connID);
     void setContactNameWithLabelAndABIDForConnID(const QString& name, const QString& label, const QString& abid,
                                                  const QString& connID);
-    void setMemoIDForConnID(qint64 memoID, const QString& connID);
-    // The same for one record: an ended call's connID is "-1" and no longer tells calls apart.
-    void setMemoIDForUID(qint64 memoID, const QString& uid);
-    void insertLocalNotificationForCall(const QVariant& note, const QString& uid);
-
-    // The text of the call's notification; delivered through the presenter when there is one.
-    void showGrowlForCall(const CallRecord& call);
+    // By record: an ended call's connID is "-1" and no longer tells calls apart.
+    void setMemoIDForUID(qint64 memoID, const QString& uid) { m_table.setMemoIDForUID(memoID, uid); }
 
     // Extension key for an extension number as the router sends it.
-    static QString extensionKey(const QString& extension);
+    static QString extensionKey(const QString& extension) { return CallTable::extensionKey(extension); }
 
 signals:
     void connectedChanged(bool connected);
@@ -111,24 +96,14 @@ private:
     void onSocketError(const QString& reason);
     void onReadyRead();
     void processLine(const QByteArray& bytes);
-    bool handleRing(const MonitorLine& line, CallRecord* touched);
-    bool handleCall(const MonitorLine& line, CallRecord* touched);
-    bool handleConnect(const MonitorLine& line, CallRecord* touched);
-    bool handleDisconnect(const MonitorLine& line, CallRecord* touched);
-    QStringList lookupContact(const QString& connID, const QString& number);
-    QString extensionTitle(const QString& extension) const;
-    void runScripts(int state, const CallRecord& call);
+    void lookUpName(const CallRecord& call);
     void post(const QString& name);
-    bool notificationsEnabled() const;
-    QDateTime now() const;
-    std::shared_ptr<TNPreferences> prefs() const;
 
     StreamListenerServices m_services;
     std::unique_ptr<CallerNameResolver> m_defaultNames;
+    CallTable m_table;
+    CallAnnouncer* m_announcer;
     QPointer<QTcpSocket> m_socket;
     MonitorLineBuffer m_buffer;
     bool m_connected = false;
-    QList<CallRecord> m_monitorCalls;
-    QMap<QString, int> m_extensions;
-    QMap<QString, QString> m_connIDs;
 };

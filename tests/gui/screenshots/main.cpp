@@ -10,7 +10,7 @@
 #include "DialWindow.h"
 #include "LatestCallsMenu.h"
 #include "TrayApplication.h"
-#include "TrayCallMonitor.h"
+#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
 #include "phonebook/PhonebookWindow.h"
