@@ -5,7 +5,7 @@
 #include "base/SettingsStore.h"
 #include "base/SettingsKeys.h"
 #include "base/TNPreferencesManager.h"
-#include "calllist/JournalLoading.h"
+#include "app/CallListSync.h"
 #include "calllist/TNCallinglist.h"
 
 TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* presenter, Hooks hooks, QObject* parent)
@@ -27,14 +27,18 @@ TrayCallMonitor::TrayCallMonitor(AppEnvironment& env, NotificationPresenter* pre
     };
     // After every call the router's journal brings the call into the list, when the user wants that.
     SettingsStore* settings = &env.settings();
-    services.loadCallList = [settings] {
-        if (settings->value(keys::ListAferCall).toBool())
-            methods::loadCSVListDatainBackground(QString());
+    CallListSync* sync = env.callListSync();
+    services.loadCallList = [settings, sync] {
+        if (sync && settings->value(keys::ListAferCall).toBool())
+            sync->importFromRouter();
     };
     m_listener = std::make_unique<StreamListener>(services);
     StreamListener::setSharedInstance(m_listener.get());
     if (!hooks.conductor.loadCallList)
-        hooks.conductor.loadCallList = [] { methods::loadCSVListDatainBackground(QString()); };
+        hooks.conductor.loadCallList = [sync] {
+            if (sync)
+                sync->importFromRouter();
+        };
     m_conductor = std::make_unique<AppConductor>(env.manager(), *m_listener, &m_reachability, std::move(hooks.conductor));
     m_conductor->attachSleepWatcher(m_sleep);
 }

@@ -8,6 +8,7 @@
 #include "base/TNPreferencesManager.h"
 #include "monitor/NotificationPresenter.h"
 #include "app/AppEnvironment.h"
+#include "app/CallListSync.h"
 #include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
@@ -105,15 +106,9 @@ void MonitorCommand::run(CliContext& ctx)
     services.scripts = &scripts;
     services.names = &ctx.environment().callerNames();
     // With "ListAferCall" every finished call brings the router's journal into the call list.
-    if (ctx.settings().value(keys::ListAferCall).toBool() && TNCallinglist::sharedInstance()) {
-        const int profile = prefs->activeProfileInt;
-        services.loadCallList = [profile] {
-            QThreadPool::globalInstance()->start([profile] {
-                if (TNCallinglist* calls = TNCallinglist::sharedInstance())
-                    calls->getCSVListFromHost(QString(), profile);
-            });
-        };
-    }
+    CallListSync* sync = ctx.environment().callListSync();
+    if (ctx.settings().value(keys::ListAferCall).toBool() && sync)
+        services.loadCallList = [sync, prefs] { sync->importFromRouter(prefs); };
     StreamListener listener(services);
     CallMonitorReconnector reconnector(listener);
 
@@ -162,6 +157,8 @@ void MonitorCommand::run(CliContext& ctx)
     listener.disconnectFromHost();
     // A journal import started by the last call finishes before the program ends.
     QThreadPool::globalInstance()->waitForDone();
+    if (sync)
+        sync->waitForDone();
     ctx.out().flush();
     if (!everConnected)
         throw CliError(1, QStringLiteral("cannot connect to the call monitor of %1 on port %2")
