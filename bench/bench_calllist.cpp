@@ -1,6 +1,8 @@
 // The call database at the size of a long-used installation: 1,000,000 calls over 5 profiles with
 // 20,000 cached callers. The file is generated once per process (batched inserts, reported by
 // BM_GenerateDatabase) and shared by the query benchmarks.
+#include "base/NotificationCenter.h"
+#include "base/SettingsStore.h"
 #include "calllist/TNCallinglist.h"
 
 #include <QCoreApplication>
@@ -23,6 +25,8 @@ constexpr int kNumbers = 40'000; // half of the numbers called have a cached nam
 struct Generated
 {
     QTemporaryDir dir;
+    SettingsStore settings{dir.filePath(QStringLiteral("settings.json"))};
+    NotificationCenter center;
     std::unique_ptr<TNCallinglist> calls;
     double seconds = 0;
 };
@@ -35,7 +39,7 @@ QString numberFor(int i)
 std::unique_ptr<Generated> generate()
 {
     auto g = std::make_unique<Generated>();
-    g->calls = std::make_unique<TNCallinglist>(g->dir.filePath(QStringLiteral("Tondrel.db")));
+    g->calls = std::make_unique<TNCallinglist>(g->dir.filePath(QStringLiteral("Tondrel.db")), g->settings, g->center);
     std::mt19937 rng(4711);
     static const QString surnames[] = {QStringLiteral("Müller"),  QStringLiteral("Schmidt"),
                                        QStringLiteral("O'Brien"), QStringLiteral("Meyer"),

@@ -1,6 +1,7 @@
 // The journal import: a 100,000-row journal file into an empty profile (target under 2 s), and a
 // second download of a 500-row journal that finds every call stored (target under 50 ms of work
 // beyond the transfer). An address book of 1,000 people is asked for unknown numbers.
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
@@ -65,6 +66,7 @@ struct Profile
 {
     QTemporaryDir dir;
     SettingsStore store{dir.filePath(QStringLiteral("settings.json"))};
+    NotificationCenter center;
     MemorySecretStore secrets;
     std::unique_ptr<TNCallinglist> calls;
     std::unique_ptr<TNPreferencesManager> manager;
@@ -73,11 +75,10 @@ struct Profile
     Profile()
     {
         store.load();
-        calls = std::make_unique<TNCallinglist>(dir.filePath(QStringLiteral("Tondrel.db")));
+        calls = std::make_unique<TNCallinglist>(dir.filePath(QStringLiteral("Tondrel.db")), store, center);
         manager = std::make_unique<TNPreferencesManager>(store, secrets, calls.get());
         manager->start();
         calls->setPreferencesManager(manager.get());
-        calls->setSettingsStore(&store);
         auto prefs = manager->locationPreferencesForUID(manager->addNewLocation());
         prefs->prefixis = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"), QStringLiteral("30")};
         prefs->save();

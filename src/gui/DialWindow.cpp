@@ -6,6 +6,8 @@
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerIdentification.h"
+#include "contacts/ContactsServices.h"
+#include "contacts/VCardAddressBook.h"
 #include "calllist/DialCompletion.h"
 #include "base/NumberForms.h"
 #include "base/StringAdditions.h"
@@ -39,8 +41,9 @@ QString numberFromText(const QString& text)
 } // namespace
 
 DialWindow::DialWindow(TNPreferencesManager& manager, StreamListener& listener, TNCallinglist* calls,
-                       RouterCommand command, QWidget* parent)
-    : QWidget(parent), m_manager(manager), m_listener(listener), m_calls(calls), m_command(std::move(command))
+                       ContactsServices& contacts, RouterCommand command, QWidget* parent)
+    : QWidget(parent), m_manager(manager), m_listener(listener), m_calls(calls), m_contacts(contacts),
+      m_command(std::move(command))
 {
     setWindowTitle(tr("New call – Tondrel"));
     setObjectName(QStringLiteral("DialWindow"));
@@ -126,7 +129,7 @@ void DialWindow::reloadSources()
     }
     m_extension->setEnabled(m_extension->count() > 0);
 
-    m_completions = methods::dialCompletions(AddressBook::shared(), m_calls ? &m_calls->database() : nullptr,
+    m_completions = methods::dialCompletions(m_contacts.addressBook(), m_calls ? &m_calls->database() : nullptr,
                                               prefs ? prefs->contactFormat : QVariantMap());
     QStringList texts;
     texts.reserve(m_completions.size());
@@ -171,8 +174,11 @@ void DialWindow::onTextChanged(const QString& text)
     m_unified->setText(unified.isEmpty() ? tr("–") : unified);
     if (m_contact.value(1).isEmpty() && unified.size() >= 3) {
         // Lookups take the clean form, as the router sends numbers.
-        const QStringList found = methods::searchNameForPhonenumber(
-            methods::cleanNumber(unified, Prefixis(prefs ? prefs->prefixis : QStringList())));
+        const Prefixis prefixis(prefs ? prefs->prefixis : QStringList());
+        const QStringList found =
+            methods::searchNameForPhonenumber(methods::cleanNumber(unified, prefixis), m_contacts.callerCache(),
+                                              m_contacts.addressBook(), prefixis,
+                                              prefs ? prefs->contactFormat : QVariantMap());
         if (!found.value(1).isEmpty())
             m_contact = {found.value(0), found.value(1), found.value(2)};
     }

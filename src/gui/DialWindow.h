@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class ContactsServices;
 class QComboBox;
 class QCompleter;
 class QLabel;
@@ -32,7 +33,7 @@ public:
     using Confirm = std::function<bool(const QString& number, const QString& name)>;
 
     DialWindow(TNPreferencesManager& manager, StreamListener& listener, TNCallinglist* calls,
-               RouterCommand command, QWidget* parent = nullptr);
+               ContactsServices& contacts, RouterCommand command, QWidget* parent = nullptr);
 
     void setConfirm(Confirm confirm) { m_confirm = std::move(confirm); }
 
@@ -62,6 +63,7 @@ private:
     TNPreferencesManager& m_manager;
     StreamListener& m_listener;
     TNCallinglist* m_calls;
+    ContactsServices& m_contacts;
     RouterCommand m_command;
     Confirm m_confirm;
     QLineEdit* m_number = nullptr;

@@ -38,6 +38,7 @@ public:
     // The location shown in the tooltip, and the badge (new calls, traffic): "" for none.
     void setLocationName(const QString& name);
     void setTitle(const QString& title);
+    QString title() const { return m_title; }
     // The traffic display in the tray: rates in the tooltip, a small chart instead of the
     // handset; "" and a null icon remove them.
     void setTrafficLabel(const QString& label);

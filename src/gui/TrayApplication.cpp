@@ -1,7 +1,5 @@
 #include "TrayApplication.h"
 
-#include "calllist/JournalLoading.h"
-
 #include "CallMonitorWindow.h"
 #include "MemoEditor.h"
 #include "MenuRebuild.h"
@@ -16,6 +14,7 @@
 #include "voicemail/VoicemailWindow.h"
 
 #include "app/AppEnvironment.h"
+#include "app/CallListSync.h"
 #include "app/CallMonitorService.h"
 #include "base/Defaults.h"
 #include "base/DialURL.h"
@@ -111,7 +110,6 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     // A clicked notification comes back as "dial://<number>".
     hooks.openURL = [this](const QString& url) { handleArguments({url}); };
     hooks.checkRouterStatus = m_options.checkRouterStatus;
-    hooks.importJournal = [] { methods::loadCSVListDatainBackground(QString()); };
     hooks.followNetworkAndSleep = true;
     m_monitor = std::make_unique<CallMonitorService>(env, std::move(hooks));
     connect(&m_monitor->conductor(), &AppConductor::newCallRequested, this, &TrayApplication::openNewCall);
@@ -136,11 +134,10 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
-    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { updateBadge(); });
-    // After an import the badge text follows the user's badge settings.
-    JournalLoading::setBadgeHandler([this](const QString& title) {
-        QMetaObject::invokeMethod(this, [this, title] { m_status->setTitle(title); }, Qt::QueuedConnection);
-    });
+    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { updateLocationName(); });
+    // The core decides the badge; the status item shows it.
+    if (CallListSync* sync = env.callListSync())
+        connect(sync, &CallListSync::badgeChanged, this, [this](const QString& title) { m_status->setTitle(title); });
     rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
         if (m_dialWindow)
             m_dialWindow->reloadSources();
@@ -152,7 +149,6 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
 
 TrayApplication::~TrayApplication()
 {
-    JournalLoading::setBadgeHandler({});
     delete m_setupWizard;
     delete m_settingsWindow;
     // Windows and menus observe the listener: they go before it.
@@ -192,7 +188,11 @@ void TrayApplication::start(const QStringList& arguments)
         if (!m_options.headless)
             openSetupAssistant();
     }
-    updateBadge();
+    updateLocationName();
+    if (CallListSync* sync = m_env.callListSync()) {
+        sync->refreshBadge();
+        m_status->setTitle(sync->badge());
+    }
     if (m_env.settings().value(keys::ShowCallinglistOnStart).toInt() == 1)
         openCallList();
     if (TNStatusMenu::showsTaskbarWindow(dock) && !m_options.headless) {
@@ -254,7 +254,7 @@ DialWindow& TrayApplication::dialWindow()
 {
     if (!m_dialWindow)
         m_dialWindow = std::make_unique<DialWindow>(m_env.manager(), m_monitor->listener(), m_env.callinglist(),
-                                                    m_options.routerCommand);
+                                                    m_env.contacts(), m_options.routerCommand);
     return *m_dialWindow;
 }
 
@@ -267,7 +267,9 @@ CallListWindow* TrayApplication::callListWindow()
 {
     if (!m_callListWindow && m_env.callinglist()) {
         m_callListWindow = std::make_unique<CallListWindow>(m_env.manager(), *m_env.callinglist(),
-                                                            m_monitor->listener(), m_env.settings());
+                                                            *m_env.callListSync(), m_env.contacts(),
+                                                            m_monitor->listener(),
+                                                            m_env.settings());
         connect(m_callListWindow.get(), &CallListWindow::callRequested, this, &TrayApplication::openNewCall);
     }
     return m_callListWindow.get();
@@ -372,12 +374,8 @@ void TrayApplication::openSettings()
     m_settingsWindow->activateWindow();
 }
 
-void TrayApplication::updateBadge()
+void TrayApplication::updateLocationName()
 {
     const auto prefs = m_env.manager().currentPreferences();
     m_status->setLocationName(prefs && !prefs->isDummy() ? prefs->locationName : QString());
-    qint64 fresh = 0;
-    if (m_env.callinglist() && prefs && prefs->activeProfileInt > 0)
-        fresh = m_env.callinglist()->getNewCallsCounterFromListForProfile(prefs->activeProfileInt);
-    m_status->setTitle(fresh == 0 ? QString() : fresh == 1 ? tr("1 new call") : tr("%1 new calls").arg(fresh));
 }

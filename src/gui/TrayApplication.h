@@ -96,7 +96,7 @@ public:
     SettingsWindow* settingsWindow() const;
 
 private:
-    void updateBadge();
+    void updateLocationName();
     // At start: the web directories' definitions, refreshed in the background when wanted.
     void refreshLookupDefinitions();
 

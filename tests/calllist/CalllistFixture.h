@@ -2,6 +2,7 @@
 
 // A real call database in a temp folder with real settings, a location and a clock that tests set.
 #include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
@@ -18,11 +19,10 @@ struct CalllistFixture
         : store(dir.filePath(QStringLiteral("config/settings.json"))), clock(now)
     {
         store.load();
-        calls = std::make_unique<TNCallinglist>(dbPath(), &clock);
+        calls = std::make_unique<TNCallinglist>(dbPath(), store, NotificationCenter::defaultCenter(), &clock);
         manager = std::make_unique<TNPreferencesManager>(store, secrets, calls.get());
         manager->start();
         calls->setPreferencesManager(manager.get());
-        calls->setSettingsStore(&store);
     }
 
     QString dbPath() const { return dir.filePath(QStringLiteral("data/Tondrel.db")); }

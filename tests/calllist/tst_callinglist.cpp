@@ -568,7 +568,9 @@ void TestCallinglist::profileNumbers()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("Tondrel.db"));
-    TNCallinglist calls(path);
+    SettingsStore settings(dir.filePath(QStringLiteral("settings.json")));
+    NotificationCenter center;
+    TNCallinglist calls(path, settings, center);
     QVERIFY(calls.isValid());
     QCOMPARE(calls.maxProfileNumber(), std::optional<int>(0));
     calls.insertCall({4, 1, 100, QStringLiteral("1"), {}, {}, QStringLiteral("0:01")});
@@ -623,7 +625,9 @@ void TestCallinglist::migratesFirstFileFormat()
         db.exec("INSERT INTO caller VALUES ('0301', 'First', '', '')");
         db.exec("INSERT INTO caller VALUES ('0301', 'Second', '', '')");
     }
-    TNCallinglist calls(path);
+    SettingsStore settings(dir.filePath(QStringLiteral("settings.json")));
+    NotificationCenter center;
+    TNCallinglist calls(path, settings, center);
     QVERIFY(calls.isValid());
     const auto rows = calls.getCallerlistForProfile(1, 0, {}, {}, {}, {}, 0);
     QCOMPARE(rows.size(), 1); // duplicate cache rows no longer double the call
@@ -633,7 +637,7 @@ void TestCallinglist::migratesFirstFileFormat()
     QCOMPARE(QString::fromStdString(db.execAndGet("PRAGMA journal_mode").getString()), QStringLiteral("wal"));
     QVERIFY(db.tableExists("memos") && db.tableExists("smartlist") && db.tableExists("smartconditions"));
 
-    TNCallinglist again(path); // a second start leaves the data alone
+    TNCallinglist again(path, settings, center); // a second start leaves the data alone
     QCOMPARE(again.getCallerlistForProfile(1, 0, {}, {}, {}, {}, 0).size(), 1);
 }
 

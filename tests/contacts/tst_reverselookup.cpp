@@ -297,7 +297,7 @@ void TestReverseLookup::customScript()
     installDefinitions(
         {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, ReverseLookup::scriptRunnerForFolder(scripts, 5000));
+    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), ReverseLookup::scriptRunnerForFolder(scripts, 5000));
     const ReverseSearchResult result = lookup.reverseSearchMain(u"0301234 (alt)"_s, berlin);
     QCOMPARE(result.name, name);
     QCOMPARE(result.label, label);
@@ -314,7 +314,7 @@ void TestReverseLookup::customQueryWithLabel()
                                      {u"matchName"_s, u"<td class=n>(.*?)</td>"_s},
                                      {u"matchLabel"_s, u"<td class=l>(.*?)</td>"_s}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, {});
+    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), {});
     lookup.setTimeoutMs(2000);
     const ReverseSearchResult result = lookup.reverseSearchMain(u"+49301234"_s, berlin);
     QCOMPARE(result.name, u"Schulz & Co"_s);
@@ -388,7 +388,7 @@ void TestReverseLookup::backgroundLookupReportsOnMainThread()
     installDefinitions(
         {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, {});
+    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), {});
     QString gotName, gotConn;
     QThread* deliveredOn = nullptr;
     int reloads = 0;

@@ -1,3 +1,4 @@
+#include "base/NotificationCenter.h"
 #include "base/Clock.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
@@ -325,26 +326,22 @@ void TestVCard::servicesFollowTheSetting()
     SettingsStore settings(dir.filePath(u"settings.json"_s));
     settings.setValue(keys::AddressBook, dir.filePath(u"one.vcf"_s));
     const Prefixis p(QStringList{u"00"_s, u"49"_s, u"0"_s, u"30"_s});
-    const auto sharedLookup = [&] {
-        return adressbooksearch::searchAdressbookForPhoneNew(u"0301"_s, p, AddressBook::shared(),
+    ManualClock clock(QDateTime::currentDateTime());
+    NotificationCenter center;
+    ContactsServices services(dir.filePath(u"data"_s), dir.filePath(u"scripts"_s), settings, nullptr, clock,
+                              center);
+    const auto lookup = [&] {
+        return adressbooksearch::searchAdressbookForPhoneNew(u"0301"_s, p, services.addressBook(),
                                                              {{u"Firstname"_s, 0}})
             .value(1);
     };
-    {
-        ManualClock clock(QDateTime::currentDateTime());
-        ContactsServices services(dir.filePath(u"data"_s), dir.filePath(u"scripts"_s), settings, nullptr,
-                                  clock);
-        QCOMPARE(AddressBook::shared(), nullptr);
-        services.install();
-        QCOMPARE(sharedLookup(), u"Erna"_s);
-        settings.setValue(keys::AddressBook, dir.filePath(u"two.vcf"_s));
-        services.reloadAddressBookSetting();
-        QCOMPARE(sharedLookup(), u"Zora"_s);
-        settings.remove(keys::AddressBook);
-        services.reloadAddressBookSetting();
-        QCOMPARE(AddressBook::shared(), nullptr);
-    }
-    QCOMPARE(AddressBook::shared(), nullptr);
+    QCOMPARE(lookup(), u"Erna"_s);
+    settings.setValue(keys::AddressBook, dir.filePath(u"two.vcf"_s));
+    services.reloadAddressBookSetting();
+    QCOMPARE(lookup(), u"Zora"_s);
+    settings.remove(keys::AddressBook);
+    services.reloadAddressBookSetting();
+    QCOMPARE(services.addressBook(), nullptr);
 }
 
 QTEST_GUILESS_MAIN(TestVCard)

@@ -10,8 +10,10 @@
 #include "app/CallMonitorService.h"
 #include "TrayMenu.h"
 
+#include "app/CallListSync.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
+#include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
@@ -84,6 +86,8 @@ private slots:
     void wlanSwitchReachesTheRouter();
     void startRefreshesLookupDefinitions();
     void dectSwitchReachesTheRouter();
+    void badgeAfterImport_data();
+    void badgeAfterImport();
 };
 
 void TestTrayMenu::dockState_data()
@@ -349,3 +353,73 @@ void TestTrayMenu::dectSwitchReachesTheRouter()
 
 QTEST_MAIN(TestTrayMenu)
 #include "tst_traymenu.moc"
+
+void TestTrayMenu::badgeAfterImport_data()
+{
+    QTest::addColumn<bool>("newCalls");
+    QTest::addColumn<bool>("missedCalls");
+    QTest::addColumn<QString>("badge");
+    QTest::newRow("neither") << false << false << QString();
+    QTest::newRow("new calls") << true << false << u"3"_s;
+    QTest::newRow("missed calls") << false << true << u"2"_s;
+    QTest::newRow("both") << true << true << u"3 | 2"_s;
+}
+
+void TestTrayMenu::badgeAfterImport()
+{
+    QFETCH(bool, newCalls);
+    QFETCH(bool, missedCalls);
+    QFETCH(QString, badge);
+    SimulatorProcess sim;
+    QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+    GuiEnv env;
+    QVERIFY(env.open({{u"L1"_s, GuiEnv::routerLocation(u"Home"_s, 1, sim)}}, u"L1"_s,
+                     {{u"badgeNewCalls"_s, newCalls}, {u"badgeNewAbsentiaCalls"_s, missedCalls}}));
+    env.setPassword(u"L1"_s, u"secret"_s);
+    // A call seen before: the three from the router are the new ones.
+    const QDateTime day = QDateTime::currentDateTime().addDays(-1);
+    TNCallinglist& calls = *env.env->callinglist();
+    calls.insertCall({1, 1, day.addDays(-2).toSecsSinceEpoch(), u"030111"_s, u"Kitchen"_s, u"5550001"_s, u"0:01"_s});
+    const auto row = [&day](int type, int minutes, const char* number) {
+        return QJsonDocument(QJsonObject{{u"type"_s, type},
+                                         {u"date"_s, day.addSecs(minutes * 60).toString(u"dd.MM.yy HH:mm"_s)},
+                                         {u"number"_s, QString::fromLatin1(number)},
+                                         {u"extension"_s, u"Kitchen"_s},
+                                         {u"line"_s, u"5550001"_s},
+                                         {u"duration"_s, type == 2 ? u"0:00"_s : u"0:03"_s}})
+            .toJson();
+    };
+    for (const QByteArray& r : {row(1, 0, "030201"), row(2, 5, "030202"), row(2, 9, "030203")})
+        QVERIFY(!sim.control("POST", u"/_sim/journal/add"_s, r).isNull());
+
+    TrayApplication::Options options;
+    RecordingPresenter presenter;
+    options.presenter = &presenter;
+    options.headless = true;
+    TrayApplication tray(*env.env, options);
+    tray.start({});
+    QCOMPARE(tray.statusMenu().title(), QString());
+
+    CallListSync& sync = *env.env->callListSync();
+    QList<CallListSyncResult> finished;
+    QObject context;
+    connect(&sync, &CallListSync::finished, &context, [&finished](const CallListSyncResult& r) { finished << r; });
+    sync.importFromRouter();
+    QTRY_VERIFY_WITH_TIMEOUT(!finished.isEmpty() && !sync.isBusy(), 20000);
+    // Whoever asked first (a start-up trigger or this request), one import brought the calls.
+    CallListSyncResult result;
+    for (const CallListSyncResult& r : finished)
+        if (r.imported != 0)
+            result = r;
+    QCOMPARE(result.imported, 3);
+    QCOMPARE(result.missed, 2);
+    QCOMPARE(result.newCalls, 3);
+    QCOMPARE(result.badge, badge);
+    QTRY_COMPARE(tray.statusMenu().title(), badge);
+
+    // The badge follows changed settings without another import.
+    env.env->settings().setValue(keys::BadgeNewCalls, true);
+    env.env->settings().setValue(keys::BadgeNewAbsentiaCalls, true);
+    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS);
+    QTRY_COMPARE(tray.statusMenu().title(), u"3 | 2"_s);
+}

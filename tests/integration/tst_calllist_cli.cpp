@@ -2,6 +2,8 @@
 // through the core first.
 #include "TestSupport.h"
 
+#include "base/NotificationCenter.h"
+#include "base/SettingsStore.h"
 #include "calllist/TNCallinglist.h"
 
 #include <QJsonArray>
@@ -49,6 +51,9 @@ private:
 
     TempEnv m_env;
     int m_profile = 0;
+    // The test's own view of the database, beside the program's.
+    SettingsStore m_settings{QString()};
+    NotificationCenter m_center;
     std::unique_ptr<TNCallinglist> m_calls;
     qint64 m_obrienCall = 0;
 };
@@ -65,7 +70,7 @@ void TestCalllistCli::initTestCase()
     m_profile = json(list).array().first().toObject().value(u"profile"_s).toInt();
     QVERIFY(m_profile > 0);
 
-    m_calls = std::make_unique<TNCallinglist>(m_env.dataDir() + u"/Tondrel.db"_s);
+    m_calls = std::make_unique<TNCallinglist>(m_env.dataDir() + u"/Tondrel.db"_s, m_settings, m_center);
     QVERIFY(m_calls->isValid());
     call(1, at(2025, 12, 30), u"030111"_s, u"5550001"_s, u"1:30"_s);
     m_obrienCall = call(2, at(2026, 1, 5, 8), u"030222"_s);
@@ -249,7 +254,9 @@ void TestCalllistCli::removingTheLocationDeletesItsCalls()
     const int stays = locations.at(1).toObject().value(u"profile"_s).toInt();
     QVERIFY(away != stays);
 
-    TNCallinglist calls(env.dataDir() + u"/Tondrel.db"_s);
+    SettingsStore settings{QString()};
+    NotificationCenter center;
+    TNCallinglist calls(env.dataDir() + u"/Tondrel.db"_s, settings, center);
     for (int profile : {away, stays})
         calls.insertCall({profile, 1, at(2026, 1, 1).toSecsSinceEpoch(), u"0301"_s, {}, {}, u"0:01"_s});
     calls.updateLastDateForVoicemailForProfile(away);

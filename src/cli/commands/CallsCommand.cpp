@@ -2,7 +2,9 @@
 
 #include "CliContext.h"
 
+#include "app/AppEnvironment.h"
 #include "base/TNPreferences.h"
+#include "calllist/CallListActions.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
 
@@ -57,7 +59,7 @@ QString stateText(int callstate)
 TNCallinglist& cliCallinglist(CliContext& ctx)
 {
     ctx.open();
-    TNCallinglist* calls = TNCallinglist::sharedInstance();
+    TNCallinglist* calls = ctx.environment().callinglist();
     if (!calls)
         throw CliError(
             1, QStringLiteral("the call database %1 cannot be opened").arg(ctx.paths().databaseFile()));
@@ -235,14 +237,15 @@ void CallsCommand::remove(CliContext& ctx)
     QList<qint64> wanted;
     for (long long rowid : m_rowids)
         wanted.append(rowid);
-    const QList<qint64> known = calls.callsOfProfile(profile, wanted);
-    QStringList unknown;
-    for (qint64 rowid : wanted)
-        if (!known.contains(rowid))
+    CallListActions actions(calls, ctx.environment().contacts());
+    const CallListActions::Deletion done = actions.deleteCalls(profile, wanted);
+    if (!done.foreign.isEmpty()) {
+        QStringList unknown;
+        for (qint64 rowid : done.foreign)
             unknown.append(QString::number(rowid));
-    if (!unknown.isEmpty())
         throw CliError(1, QStringLiteral("no call with row id %1 in this location").arg(unknown.join(QStringLiteral(", "))));
-    if (calls.deleteCallsForProfile(profile, wanted) < 0)
+    }
+    if (done.deleted < 0)
         throw CliError(1, QStringLiteral("the calls could not be deleted: the call database refused it"));
     if (ctx.json)
         ctx.printJson(QVariantMap{{QStringLiteral("deleted"), int(m_rowids.size())}});

@@ -6,13 +6,12 @@
 
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "app/AppEnvironment.h"
+#include "app/CallListSync.h"
 #include "base/TNPreferences.h"
 #include "calllist/CallListExport.h"
-#include "calllist/JournalImporter.h"
-#include "calllist/JournalLoading.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
-#include "contacts/VCardAddressBook.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -101,33 +100,33 @@ void CallsCommand::importJournal(CliContext& ctx)
 {
     const QString path = str(m_importFile);
     const auto prefs = path.isEmpty() ? BoxCli::prepare(ctx) : ctx.targetLocation();
-    TNCallinglist& calls = cliCallinglist(ctx);
+    cliCallinglist(ctx);
+    CallListSync& sync = *ctx.environment().callListSync();
     if (!path.isEmpty() && !QFileInfo(path).isFile())
         throw CliError(1, QStringLiteral("no journal file %1").arg(path));
-    const auto book = VCardAddressBook::fromSettings(ctx.settings());
-    JournalImporter importer(calls, ctx.settings(), book.get());
-    if (path.isEmpty()) {
-        const JournalLoading::Download fetch = JournalLoading::download();
+    if (path.isEmpty())
         BoxCli::ensureSession(*prefs);
-        importer.setDownloader([fetch, prefs](const QString& cancel) { return fetch(prefs, cancel); });
-    }
     ProgressBar bar(ctx.err());
+    QMetaObject::Connection progress;
     if (!path.isEmpty())
-        importer.setProgress([&bar](qsizetype done, qsizetype total) { bar.update(done, total); });
-    const JournalImportResult r = importer.getCSVListFromHost(path, prefs->activeProfileInt);
-    if (r.result < 0 && path.isEmpty())
-        throw CliError(1, QStringLiteral("the router's journal could not be read: %1").arg(BoxCli::failureText(*prefs)));
-    if (r.result < 0)
-        throw CliError(1, QStringLiteral("%1 is not a call journal").arg(path));
+        progress = QObject::connect(&sync, &CallListSync::progress, &sync,
+                                    [&bar](qint64 done, qint64 total) { bar.update(done, total); },
+                                    Qt::DirectConnection);
+    const CallListSyncResult r = path.isEmpty() ? sync.runRouterImport(prefs) : sync.runFileImport(path, prefs);
+    QObject::disconnect(progress);
+    if (r.imported < 0 && path.isEmpty())
+        throw CliError(1, QStringLiteral("%1: %2").arg(r.error, BoxCli::failureText(*prefs)));
+    if (r.imported < 0)
+        throw CliError(1, r.error);
     if (ctx.json) {
-        QVariantMap out{{QStringLiteral("imported"), r.result},      {QStringLiteral("missed"), r.missed},
+        QVariantMap out{{QStringLiteral("imported"), r.imported},    {QStringLiteral("missed"), r.missed},
                         {QStringLiteral("badLines"), r.badLines},    {QStringLiteral("duplicates"), r.duplicates},
                         {QStringLiteral("stoppedEarly"), r.stoppedEarly}};
-        out.insert(QStringLiteral("badge"), r.badge ? QVariant(*r.badge) : QVariant());
+        out.insert(QStringLiteral("badge"), r.badge.isEmpty() ? QVariant() : QVariant(r.badge));
         ctx.printJson(out);
         return;
     }
-    ctx.out() << r.result << "\n";
+    ctx.out() << r.imported << "\n";
     if (r.badLines)
         ctx.err() << "tondrel-cli: skipped " << r.badLines << " unreadable journal line(s)\n";
 }

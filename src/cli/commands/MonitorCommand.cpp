@@ -2,6 +2,8 @@
 
 #include "CliContext.h"
 
+#include "app/AppEnvironment.h"
+#include "app/CallListSync.h"
 #include "app/CallMonitorService.h"
 #include "base/TNPreferences.h"
 #include "calllist/TNCallinglist.h"
@@ -94,13 +96,7 @@ void MonitorCommand::run(CliContext& ctx)
     CallMonitorService::Hooks hooks;
     hooks.presenter = &printed;
     hooks.location = prefs;
-    // The target location's journal, which need not be the current location's.
-    hooks.importJournal = [profile = prefs->activeProfileInt] {
-        QThreadPool::globalInstance()->start([profile] {
-            if (TNCallinglist* calls = TNCallinglist::sharedInstance())
-                calls->getCSVListFromHost(QString(), profile);
-        });
-    };
+    CallListSync* sync = ctx.environment().callListSync();
     CallMonitorService service(ctx.environment(), std::move(hooks));
     StreamListener& listener = service.listener();
 
@@ -148,6 +144,8 @@ void MonitorCommand::run(CliContext& ctx)
     service.stop();
     // A journal import started by the last call finishes before the program ends.
     QThreadPool::globalInstance()->waitForDone();
+    if (sync)
+        sync->waitForDone();
     ctx.out().flush();
     if (!everConnected)
         throw CliError(1, QStringLiteral("cannot connect to the call monitor of %1 on port %2")

@@ -5,9 +5,12 @@
 #include "base/TNPreferencesManager.h"
 #include "base/Clock.h"
 #include "base/NotificationCenter.h"
+#include "base/NotificationNames.h"
+#include "app/CallListSync.h"
 #include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"
+#include "contacts/VCardAddressBook.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
     : m_paths(std::move(paths)), m_center(NotificationCenter::defaultCenter()), m_secretsKind(std::move(secretsKind))
@@ -16,13 +19,13 @@ AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
 
 AppEnvironment::~AppEnvironment()
 {
-    // Contacts withdraw their shared instances before the cache they point at goes.
+    // Imports use the address book and the database.
+    m_callListSync.reset();
+    // Contacts use the cache, which goes with the database.
     m_callerNames.reset();
     m_contacts.reset();
     if (TNPreferencesManager::sharedManager() == m_manager.get())
         TNPreferencesManager::setSharedManager(nullptr);
-    if (TNCallinglist::sharedInstance() == m_callinglist.get())
-        TNCallinglist::setSharedInstance(nullptr);
     if (SettingsStore::standard() == m_settings.get())
         SettingsStore::setStandard(nullptr);
 }
@@ -54,15 +57,14 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
     }
     SettingsStore::setStandard(m_settings.get());
     if (!m_callinglist) {
-        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile());
+        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings,
+                                                        m_center);
         if (!m_callinglist->isValid())
             m_callinglist.reset();
     }
     m_manager = std::make_unique<TNPreferencesManager>(*m_settings, *m_secrets, m_callinglist.get());
     if (m_callinglist) {
         m_callinglist->setPreferencesManager(m_manager.get());
-        m_callinglist->setSettingsStore(m_settings.get());
-        TNCallinglist::setSharedInstance(m_callinglist.get());
     }
     TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
@@ -72,8 +74,17 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_voicemailMarkers = std::make_unique<DatabaseVoicemailMarkers>(*m_callinglist, *m_manager);
     }
     m_contacts = std::make_unique<ContactsServices>(m_paths.dataDir, m_paths.scriptsDir(), *m_settings,
-                                                    m_callerCache.get(), Clock::system());
-    m_contacts->install();
-    m_callerNames = std::make_unique<ContactsCallerNames>(*m_manager, &m_contacts->reverseLookup());
+                                                    m_callerCache.get(), Clock::system(),
+                                                    m_center);
+    m_callerNames = std::make_unique<ContactsCallerNames>(*m_manager, *m_contacts);
+    if (m_callinglist) {
+        ContactsServices* contacts = m_contacts.get();
+        m_callListSync = std::make_unique<CallListSync>(*m_callinglist, *m_manager, *m_settings,
+                                                        [contacts] { return contacts->addressBook(); });
+        // Changed badge settings change the badge.
+        CallListSync* sync = m_callListSync.get();
+        m_center.addObserver(sync, Notifications::ACTIVATESETTINGS,
+                                                        [sync](const Notification&) { sync->refreshBadge(); });
+    }
     return true;
 }

@@ -11,6 +11,7 @@ class SettingsStore;
 class SecretStore;
 class TNPreferencesManager;
 class TNCallinglist;
+class CallListSync;
 class ContactsServices;
 class DatabaseCallerCache;
 class DatabaseVoicemailMarkers;
@@ -42,6 +43,8 @@ public:
     TNCallinglist* callinglist() const { return m_callinglist.get(); }
     ContactsServices& contacts() const { return *m_contacts; }
     ContactsCallerNames& callerNames() const { return *m_callerNames; }
+    // Every journal import; null without a call database.
+    CallListSync* callListSync() const { return m_callListSync.get(); }
     // Null without a call database.
     DatabaseVoicemailMarkers* voicemailMarkers() const { return m_voicemailMarkers.get(); }
 
@@ -59,4 +62,5 @@ private:
     std::unique_ptr<DatabaseVoicemailMarkers> m_voicemailMarkers;
     std::unique_ptr<ContactsServices> m_contacts;
     std::unique_ptr<ContactsCallerNames> m_callerNames;
+    std::unique_ptr<CallListSync> m_callListSync;
 };

@@ -1,6 +1,7 @@
 #include "app/CallMonitorService.h"
 
 #include "app/AppEnvironment.h"
+#include "app/CallListSync.h"
 #include "app/ServiceAdapters.h"
 #include "base/Clock.h"
 #include "base/SettingsKeys.h"
@@ -13,6 +14,12 @@
 CallMonitorService::CallMonitorService(AppEnvironment& env, Hooks hooks, QObject* parent)
     : QObject(parent), m_env(env), m_hooks(std::move(hooks)), m_scripts(env.paths().scriptsDir())
 {
+    // Without a call database there is nothing to import into.
+    if (!m_hooks.importJournal && env.callListSync())
+        m_hooks.importJournal = [this] {
+            if (const auto prefs = location())
+                m_env.callListSync()->importFromRouter(prefs);
+        };
     m_listener = std::make_unique<StreamListener>(StreamListenerServices{
         .preferences = [this] { return location(); },
         .settings = env.settings(),

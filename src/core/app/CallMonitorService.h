@@ -30,7 +30,8 @@ public:
         // A "dial://" URL from a clicked notification.
         std::function<void(const QString& url)> openURL;
         std::function<void()> checkRouterStatus;
-        // Imports the router's journal in the background; when is decided here.
+        // Imports the router's journal in the background; when is decided here. Unset, the
+        // environment's call list sync imports the watched location's journal.
         std::function<void()> importJournal;
         // The location to watch; unset, the current one (which may change while running).
         std::shared_ptr<TNPreferences> location;

@@ -2,7 +2,10 @@
 
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
+#include "base/TNPreferences.h"
 #include "contacts/CallerIdentification.h"
+#include "contacts/ContactsServices.h"
+#include "contacts/VCardAddressBook.h"
 #include "contacts/ReverseLookup.h"
 
 QStringList DatabaseCallerCache::searchCallerNameForPhoneNumber(const QString& number)
@@ -44,15 +47,18 @@ void DatabaseVoicemailMarkers::setLastSavedFaxDate(const QDateTime& date)
 
 QStringList ContactsCallerNames::searchNameForPhonenumber(const QString& number)
 {
-    return methods::searchNameForPhonenumber(number);
+    const auto prefs = m_manager.currentPreferences();
+    return methods::searchNameForPhonenumber(number, m_contacts.callerCache(), m_contacts.addressBook(),
+                                             Prefixis(prefs ? prefs->prefixis : QStringList()),
+                                             prefs ? prefs->contactFormat : QVariantMap());
 }
 
 void ContactsCallerNames::reverseSearchInBackground(const QString& connID, const QString& number, ReverseResult done)
 {
     const auto prefs = m_manager.currentPreferences();
-    if (!m_lookup || !prefs || !prefs->useReverseSearch)
+    if (!prefs || !prefs->useReverseSearch)
         return;
-    m_lookup->reverseSearchInBackground(connID, number, Prefixis(prefs->prefixis), &m_context,
+    m_contacts.reverseLookup().reverseSearchInBackground(connID, number, Prefixis(prefs->prefixis), &m_context,
                                         [done](const QString& name, const QString& id) {
                                             if (!name.isEmpty())
                                                 done(id, name);

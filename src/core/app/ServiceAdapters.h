@@ -6,7 +6,7 @@
 
 class TNCallinglist;
 class TNPreferencesManager;
-class ReverseLookup;
+class ContactsServices;
 
 // The seams between subsystems, joined at the composition root: the call database serves the
 // caller cache and the voicemail markers; contacts name the callers for the call monitor and the
@@ -45,12 +45,15 @@ private:
 class ContactsCallerNames final : public CallerNameResolver, public CallerNameLookup
 {
 public:
-    ContactsCallerNames(TNPreferencesManager& manager, ReverseLookup* lookup) : m_manager(manager), m_lookup(lookup) {}
+    ContactsCallerNames(TNPreferencesManager& manager, ContactsServices& contacts)
+        : m_manager(manager), m_contacts(contacts)
+    {
+    }
     QStringList searchNameForPhonenumber(const QString& number) override;
     void reverseSearchInBackground(const QString& connID, const QString& number, ReverseResult done) override;
 
 private:
     TNPreferencesManager& m_manager;
-    ReverseLookup* m_lookup;
+    ContactsServices& m_contacts;
     QObject m_context; // results come back on the thread this object was made on
 };

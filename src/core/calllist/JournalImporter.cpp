@@ -51,7 +51,7 @@ JournalImporter::JournalImporter(TNCallinglist& calls, SettingsStore& settings, 
 
 void JournalImporter::finishUnreadable(int profile)
 {
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST, &m_calls);
+    m_calls.notificationCenter().post(Notifications::RELOADCALLINGLIST, &m_calls);
     m_calls.endUpdatingProfile(profile);
 }
 
@@ -207,7 +207,7 @@ JournalImportResult JournalImporter::importText(const QString& text, bool downlo
     }
     m_calls.refreshCallsCounterForProfile(profile);
 
-    auto& center = NotificationCenter::defaultCenter();
+    auto& center = m_calls.notificationCenter();
     if (r.incoming)
         center.post(Notifications::RELOADABFAXLIST, &m_calls);
     center.post(Notifications::RELOADCALLINGLIST, &m_calls);
@@ -220,8 +220,6 @@ JournalImportResult JournalImporter::importText(const QString& text, bool downlo
     if (download && r.result > 0) {
         const QList<qint64> counter = m_calls.callsCounter();
         r.badge = JournalBadge::title(m_settings, counter.value(TNCallinglist::CounterNew), r.missed);
-        if (r.badge && m_badge)
-            m_badge(*r.badge);
     }
     qCInfo(lcCalllist) << "imported" << r.result << "calls for profile" << profile;
     return r;

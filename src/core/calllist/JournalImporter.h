@@ -38,8 +38,6 @@ public:
 
     void setDownloader(Downloader d) { m_download = std::move(d); }
     void setProgress(Progress p) { m_progress = std::move(p); }
-    // The badge title of a download that imported calls (status item and dock icon).
-    void setBadgeHandler(std::function<void(const QString&)> h) { m_badge = std::move(h); }
 
     // path empty: download through the downloader.
     JournalImportResult getCSVListFromHost(const QString& path, int profile);
@@ -55,5 +53,4 @@ private:
     Clock* m_clock;
     Downloader m_download;
     Progress m_progress;
-    std::function<void(const QString&)> m_badge;
 };

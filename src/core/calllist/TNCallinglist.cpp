@@ -16,33 +16,16 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <atomic>
 
-namespace {
-std::atomic<TNCallinglist*> g_shared{nullptr};
-} // namespace
-
-TNCallinglist::TNCallinglist(const QString& dbPath, Clock* clock, QObject* parent)
-    : QObject(parent), m_db(dbPath), m_smart(m_db), m_memos(m_db), m_clock(clock)
+TNCallinglist::TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center, Clock* clock,
+                             QObject* parent)
+    : QObject(parent), m_db(dbPath), m_smart(m_db), m_memos(m_db), m_clock(clock), m_settings(settings),
+      m_center(center)
 {
     m_valid = m_db.initialize();
 }
 
-TNCallinglist::~TNCallinglist()
-{
-    TNCallinglist* self = this;
-    g_shared.compare_exchange_strong(self, nullptr);
-}
-
-TNCallinglist* TNCallinglist::sharedInstance()
-{
-    return g_shared.load();
-}
-
-void TNCallinglist::setSharedInstance(TNCallinglist* instance)
-{
-    g_shared.store(instance);
-}
+TNCallinglist::~TNCallinglist() = default;
 
 QDateTime TNCallinglist::now() const
 {
@@ -272,7 +255,7 @@ void TNCallinglist::refreshCallsCounter()
         if (!self)
             return;
         self->refreshCallsCounterForProfile(profile);
-        NotificationCenter::defaultCenter().post(Notifications::UPDATESIDETABLE, self.data());
+        self->m_center.post(Notifications::UPDATESIDETABLE, self.data());
     });
 }
 
@@ -308,7 +291,7 @@ void TNCallinglist::resetCallerNamesForNumber(const QString& number)
 {
     m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM caller WHERE phonenumber = ?"), {number})},
                     "resetCallerNames");
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST, this);
+    m_center.post(Notifications::RELOADCALLINGLIST, this);
 }
 
 std::optional<qint64> TNCallinglist::newestCallDateForProfile(int profile) const
@@ -378,7 +361,7 @@ int TNCallinglist::deleteCallsForProfile(int profile, const QList<qint64>& rowid
         return -1;
     }
     refreshCallsCounterForProfile(profile);
-    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU, this);
+    m_center.post(Notifications::REFRESHLATESTCALLSMENU, this);
     return deleted;
 }
 
@@ -433,8 +416,8 @@ void TNCallinglist::deleteCallinglistForProfile(int profile, int activeProfile)
     m_db.execLogged({SqlFragment(QStringLiteral("DELETE FROM callinglist WHERE profile = ?"), {profile})},
                     "deleteCallinglistForProfile");
     refreshCallsCounterForProfile(activeProfile);
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCOUNTER, this);
-    NotificationCenter::defaultCenter().post(Notifications::GETNEWCALLERLIST, this);
+    m_center.post(Notifications::RELOADCOUNTER, this);
+    m_center.post(Notifications::GETNEWCALLERLIST, this);
 }
 
 // --- statistics ---
@@ -528,7 +511,7 @@ qint64 TNCallinglist::setMemoForProfile(int profile, const QString& number, qint
 {
     const qint64 id = m_memos.setMemoForProfile(profile, number, calldate, subject, body);
     if (id)
-        NotificationCenter::defaultCenter().post(Notifications::RELOADMEMOS);
+        m_center.post(Notifications::RELOADMEMOS);
     return id;
 }
 
@@ -536,7 +519,7 @@ bool TNCallinglist::updateMemoWithID(qint64 id, const QString& subject, const QS
 {
     const bool ok = m_memos.updateMemoWithID(id, subject, body);
     if (ok)
-        NotificationCenter::defaultCenter().post(Notifications::RELOADMEMOS);
+        m_center.post(Notifications::RELOADMEMOS);
     return ok;
 }
 

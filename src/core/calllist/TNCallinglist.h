@@ -18,6 +18,7 @@
 #include <optional>
 
 class Clock;
+class NotificationCenter;
 class SettingsStore;
 class TNPreferences;
 class TNPreferencesManager;
@@ -44,20 +45,21 @@ public:
     // callstate of marker rows (profile = -p).
     enum Marker { MarkerImport = 0, MarkerVoicemail = 1, MarkerFax = 2 };
 
-    // Creates or migrates the file; isValid() is false when it cannot be opened.
-    explicit TNCallinglist(const QString& dbPath, Clock* clock = nullptr, QObject* parent = nullptr);
+    // Creates or migrates the file; isValid() is false when it cannot be opened. The settings
+    // hold the list's sort and date format; changes are posted to the centre.
+    TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center, Clock* clock = nullptr,
+                  QObject* parent = nullptr);
     ~TNCallinglist() override;
 
     bool isValid() const { return m_valid; }
     QString dbPath() const { return m_db.path(); }
     const CallDatabase& database() const { return m_db; }
 
-    static TNCallinglist* sharedInstance();
-    static void setSharedInstance(TNCallinglist* instance);
+    NotificationCenter& notificationCenter() const { return m_center; }
 
-    // Where the hidden lines and the list date format come from; both may be null.
+    // Where the hidden lines and the location's date format come from; null: none hidden. Set
+    // after construction, as the manager itself is built on the database.
     void setPreferencesManager(TNPreferencesManager* manager) { m_manager = manager; }
-    void setSettingsStore(SettingsStore* store) { m_settings = store; }
     std::shared_ptr<TNPreferences> prefsForProfile(int profile) const;
 
     // ProfileDataStore
@@ -168,11 +170,6 @@ public:
     void endUpdatingProfile(int profile);
     QList<int> updatingProfiles() const;
 
-    // Merges the router's journal (path empty) or a journal file into the profile's calls: the
-    // number of imported calls, 0 when an import of the profile is already running, -1 when the
-    // journal cannot be read. Defined with the journal loading.
-    int getCSVListFromHost(const QString& path, int profile);
-
     // The last downloaded journal text.
     QString csvList() const;
     void setCsvList(const QString& text);
@@ -187,7 +184,8 @@ private:
     MemoStore m_memos;
     Clock* m_clock;
     TNPreferencesManager* m_manager = nullptr;
-    SettingsStore* m_settings = nullptr;
+    SettingsStore& m_settings;
+    NotificationCenter& m_center;
     bool m_valid = false;
 
     mutable QMutex m_mutex;

@@ -12,8 +12,7 @@ const QString kDefaultDateFormat = QStringLiteral("dd.MM.yyyy HH:mm");
 
 std::pair<QString, bool> TNCallinglist::sortDescriptor() const
 {
-    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
-    const QVariantList stored = store ? store->value(keys::CallinglistSortOrdering).toList() : QVariantList();
+    const QVariantList stored = m_settings.value(keys::CallinglistSortOrdering).toList();
     if (stored.size() == 2 && ListQuery::sortExpression(stored[0].toString()))
         return {stored[0].toString(), stored[1].toInt() == 1};
     return {QStringLiteral("date"), false};
@@ -21,15 +20,13 @@ std::pair<QString, bool> TNCallinglist::sortDescriptor() const
 
 void TNCallinglist::setSortDescriptor(const QString& identifier, bool ascending)
 {
-    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
-    if (store && ListQuery::sortExpression(identifier))
-        store->setValue(keys::CallinglistSortOrdering, QVariantList{identifier, ascending ? 1 : 0});
+    if (ListQuery::sortExpression(identifier))
+        m_settings.setValue(keys::CallinglistSortOrdering, QVariantList{identifier, ascending ? 1 : 0});
 }
 
 QString TNCallinglist::dateFormatForProfile(int profile) const
 {
-    SettingsStore* store = m_settings ? m_settings : SettingsStore::standard();
-    const QString stored = store ? store->value(keys::DateFormatString).toString() : QString();
+    const QString stored = m_settings.value(keys::DateFormatString).toString();
     if (!stored.isEmpty())
         return stored;
     const auto prefs = prefsForProfile(profile);

@@ -51,8 +51,4 @@ public:
     virtual std::shared_ptr<const AddressBookSnapshot> snapshot() const = 0;
     // Adds a person (a uid is made when empty); false with a reason when it cannot be stored.
     virtual bool addPerson(ABPerson& person, QString* error) = 0;
-
-    // The composition root's book; null when none is configured.
-    static AddressBook* shared();
-    static void setShared(AddressBook* book);
 };

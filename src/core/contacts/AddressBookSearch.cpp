@@ -1,6 +1,5 @@
 #include "contacts/AddressBookSearch.h"
 
-#include "base/TNPreferencesManager.h"
 #include "contacts/AddressBookIndex.h"
 
 #include <QHash>
@@ -23,13 +22,6 @@ QString displayName(const ABPerson& person, const QVariantMap& format)
 }
 } // namespace
 
-QVariantMap currentContactFormat()
-{
-    TNPreferencesManager* manager = TNPreferencesManager::sharedManager();
-    const auto prefs = manager ? manager->currentPreferences() : nullptr;
-    return prefs ? prefs->contactFormat : QVariantMap();
-}
-
 QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& p, const AddressBook* book,
                                         const QVariantMap& format)
 {
@@ -45,10 +37,6 @@ QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& p
     return {person.uid, displayName(person, format), person.phones.at(phoneIndex).label};
 }
 
-QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& prefixis)
-{
-    return searchAdressbookForPhoneNew(number, prefixis, AddressBook::shared(), currentContactFormat());
-}
 
 QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, const Prefixis& p,
                                                    const AddressBook* book, const QVariantMap& format)
@@ -84,10 +72,6 @@ QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, c
     return result;
 }
 
-QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, const Prefixis& prefixis)
-{
-    return searchAdressbookForPhoneArray(numbers, prefixis, AddressBook::shared(), currentContactFormat());
-}
 
 QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
                                               const QString& company, const QVariantMap& format)
@@ -151,11 +135,6 @@ QString formatedOutputForContactWithFirstname(const QString& first, const QStrin
     return methods::trimString(joined);
 }
 
-QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
-                                              const QString& company)
-{
-    return formatedOutputForContactWithFirstname(first, last, company, currentContactFormat());
-}
 
 QStringList addressbookGroups(const AddressBook* book)
 {

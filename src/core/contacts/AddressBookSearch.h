@@ -12,22 +12,16 @@ namespace adressbooksearch {
 // [abid, name, label] of the first entry in book order that matches, or three empty texts.
 QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& prefixis,
                                         const AddressBook* book, const QVariantMap& format);
-QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& prefixis);
 
 // `numbers` holds each cached number followed by its form without the trunk prefix. Gives one
 // [number, abid, name, label] per matched number; the first contact in book order wins.
 QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, const Prefixis& prefixis,
                                                    const AddressBook* book, const QVariantMap& format);
-QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, const Prefixis& prefixis);
 
 // Places first name, last name and company into the three slots the format names.
 QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
                                               const QString& company, const QVariantMap& format);
-QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
-                                              const QString& company);
 
-// The current location's "contactFormat".
-QVariantMap currentContactFormat();
 
 // Group names (CATEGORIES) in first-seen order, and a group's members in book order.
 QStringList addressbookGroups(const AddressBook* book);

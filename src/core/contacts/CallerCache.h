@@ -15,8 +15,4 @@ public:
     // Replaces any earlier row for the number.
     virtual void insertCallerWithName(const QString& name, const QString& number, const QString& abid,
                                       const QString& label) = 0;
-
-    // The composition root's cache; null while no call database is present.
-    static CallerCache* shared();
-    static void setShared(CallerCache* cache);
 };

@@ -39,10 +39,4 @@ QStringList searchNameForPhonenumber(const QString& number, CallerCache* cache, 
     return searchNameForPhonenumber(number, cache, book, prefixis, format, nullptr);
 }
 
-QStringList searchNameForPhonenumber(const QString& number)
-{
-    return searchNameForPhonenumber(number, CallerCache::shared(), AddressBook::shared(), Prefixis::current(),
-                                    adressbooksearch::currentContactFormat(), nullptr);
-}
-
 } // namespace methods

@@ -15,8 +15,6 @@ namespace methods {
 // null (no call database yet, no address book configured).
 QStringList searchNameForPhonenumber(const QString& number, CallerCache* cache, const AddressBook* book,
                                      const Prefixis& prefixis, const QVariantMap& format);
-// With the shared cache and book and the current location.
-QStringList searchNameForPhonenumber(const QString& number);
 
 // Where the answer of a lookup came from, for the command line.
 enum class CallerSource { None, Cache, AddressBook };

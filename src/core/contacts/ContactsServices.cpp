@@ -9,36 +9,16 @@
 #include <QDir>
 
 ContactsServices::ContactsServices(const QString& dataDir, const QString& scriptsDir, SettingsStore& settings,
-                                   CallerCache* cache, Clock& clock)
+                                   CallerCache* cache, Clock& clock, NotificationCenter& center)
     : m_settings(settings), m_cache(cache), m_book(VCardAddressBook::fromSettings(settings)),
       m_http(std::make_unique<CurlHttpTransport>()),
       m_search(std::make_unique<FBReverseSearch>(dataDir, settings, *m_http, cache, clock)),
-      m_lookup(std::make_unique<ReverseLookup>(*m_search, settings, *m_http,
+      m_lookup(std::make_unique<ReverseLookup>(*m_search, settings, *m_http, center,
                                                ReverseLookup::scriptRunnerForFolder(scriptsDir)))
 {
 }
 
-ContactsServices::~ContactsServices()
-{
-    if (!m_installed)
-        return;
-    // Background lookups hold the lookup object: withdraw it before it goes.
-    if (ReverseLookup::shared() == m_lookup.get())
-        ReverseLookup::setShared(nullptr);
-    if (AddressBook::shared() == m_book.get())
-        AddressBook::setShared(nullptr);
-    if (CallerCache::shared() == m_cache)
-        CallerCache::setShared(nullptr);
-}
-
-void ContactsServices::install()
-{
-    m_installed = true;
-    AddressBook::setShared(m_book.get());
-    ReverseLookup::setShared(m_lookup.get());
-    if (m_cache)
-        CallerCache::setShared(m_cache);
-}
+ContactsServices::~ContactsServices() = default;
 
 void ContactsServices::reloadAddressBookSetting()
 {
@@ -52,8 +32,6 @@ void ContactsServices::useAddressBook(const QString& path)
 
 void ContactsServices::replaceBook(std::unique_ptr<VCardAddressBook> book)
 {
-    if (m_installed)
-        AddressBook::setShared(book.get());
     // A lookup on another thread may still be asking the old book: it stays until the end.
     if (m_book)
         m_retired.push_back(std::move(m_book));

@@ -9,6 +9,7 @@ class CallerCache;
 class Clock;
 class CurlHttpTransport;
 class FBReverseSearch;
+class NotificationCenter;
 class ReverseLookup;
 class SettingsStore;
 class VCardAddressBook;
@@ -20,12 +21,8 @@ class ContactsServices
 public:
     // cache may be null (no call database).
     ContactsServices(const QString& dataDir, const QString& scriptsDir, SettingsStore& settings,
-                     CallerCache* cache, Clock& clock);
+                     CallerCache* cache, Clock& clock, NotificationCenter& center);
     ~ContactsServices();
-
-    // Makes these the process-wide instances (AddressBook::shared() and the others); the
-    // destructor withdraws them.
-    void install();
 
     // The address book after the "AddressBook" setting changed.
     void reloadAddressBookSetting();
@@ -48,5 +45,4 @@ private:
     std::unique_ptr<CurlHttpTransport> m_http;
     std::unique_ptr<FBReverseSearch> m_search;
     std::unique_ptr<ReverseLookup> m_lookup;
-    bool m_installed = false;
 };

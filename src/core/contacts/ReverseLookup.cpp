@@ -17,26 +17,11 @@
 #include <QThreadPool>
 #include <QUrl>
 
-#include <atomic>
-
-namespace {
-std::atomic<ReverseLookup*> g_shared{nullptr};
-} // namespace
 
 ReverseLookup::ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
-                             ScriptRunner scripts)
-    : m_search(search), m_settings(settings), m_http(http), m_scripts(std::move(scripts))
+                             NotificationCenter& center, ScriptRunner scripts)
+    : m_search(search), m_settings(settings), m_http(http), m_center(center), m_scripts(std::move(scripts))
 {
-}
-
-ReverseLookup* ReverseLookup::shared()
-{
-    return g_shared.load();
-}
-
-void ReverseLookup::setShared(ReverseLookup* lookup)
-{
-    g_shared.store(lookup);
 }
 
 ReverseSearchResult ReverseLookup::reverseSearchMain(const QString& number, const Prefixis& prefixis)
@@ -127,7 +112,7 @@ QString ReverseLookup::threadReverseSearch(const QString& connID, const QString&
         QMetaObject::invokeMethod(
             context, [onFound, name, connID] { onFound(name, connID); }, Qt::QueuedConnection);
     }
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST);
+    m_center.post(Notifications::RELOADCALLINGLIST);
     return result.name;
 }
 
@@ -135,7 +120,7 @@ void ReverseLookup::reverseSearchInBackground(const QString& connID, const QStri
                                               const Prefixis& prefixis, QObject* context, NameFound onFound)
 {
     QPointer<QObject> guard(context);
-    QThreadPool::globalInstance()->start(
+    m_pool.start(
         [this, connID, number, prefixis, guard, onFound = std::move(onFound)] {
             threadReverseSearch(connID, number, prefixis, guard.data(), onFound);
         });
@@ -172,14 +157,6 @@ namespace methods {
 QString urldecode(const QString& text)
 {
     return QUrl::fromPercentEncoding(text.toUtf8());
-}
-
-QVariantMap reverseSearchMain(const QString& number)
-{
-    ReverseLookup* lookup = ReverseLookup::shared();
-    if (!lookup)
-        return ReverseSearchResult().toMap();
-    return lookup->reverseSearchMain(number, Prefixis::current()).toMap();
 }
 
 } // namespace methods

@@ -5,12 +5,14 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QThreadPool>
 #include <QVariantMap>
 
 #include <functional>
 
 class FBReverseSearch;
 class HttpTransport;
+class NotificationCenter;
 class SettingsStore;
 
 struct ReverseSearchResult
@@ -28,7 +30,7 @@ public:
     using ScriptRunner = std::function<QString(const QString& script, const QStringList& arguments)>;
     using NameFound = std::function<void(const QString& name, const QString& connID)>;
 
-    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
+    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http, NotificationCenter& center,
                   ScriptRunner scripts);
 
     void setTimeoutMs(int ms) { m_timeoutMs = ms; }
@@ -49,20 +51,19 @@ public:
     // Scripts are executable files in scriptsDir; a name with a path separator is refused.
     static ScriptRunner scriptRunnerForFolder(const QString& scriptsDir, int timeoutMs = 10000);
 
-    static ReverseLookup* shared();
-    static void setShared(ReverseLookup* lookup);
 
 private:
     FBReverseSearch& m_search;
     SettingsStore& m_settings;
     HttpTransport& m_http;
+    NotificationCenter& m_center;
     ScriptRunner m_scripts;
     int m_timeoutMs = 10000;
+    // Background look-ups use this object and its dependencies: they end before it does.
+    QThreadPool m_pool;
 };
 
 namespace methods {
 // Percent escapes replaced by the characters they stand for.
 QString urldecode(const QString& text);
-// With the shared lookup and the current location; {"Name": "", "Label": ""} without one.
-QVariantMap reverseSearchMain(const QString& number);
 } // namespace methods

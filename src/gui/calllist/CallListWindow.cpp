@@ -1,5 +1,7 @@
 #include "CallListWindow.h"
 
+#include "app/CallListSync.h"
+
 #include "CallListGroups.h"
 #include "CallListModel.h"
 #include "MenuRebuild.h"
@@ -33,9 +35,11 @@ namespace {
 constexpr int SearchDelayMs = 250;
 } // namespace
 
-CallListWindow::CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, StreamListener& listener,
-                               SettingsStore& settings, QWidget* parent)
-    : QMainWindow(parent), m_manager(manager), m_calls(calls), m_listener(listener), m_settings(settings)
+CallListWindow::CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, CallListSync& sync,
+                               ContactsServices& contacts, StreamListener& listener, SettingsStore& settings,
+                               QWidget* parent)
+    : QMainWindow(parent), m_manager(manager), m_calls(calls), m_sync(sync), m_actions(calls, contacts),
+      m_listener(listener), m_settings(settings)
 {
     setObjectName(QStringLiteral("CallListWindow"));
     m_model = new CallListModel(calls, this);
@@ -44,6 +48,15 @@ CallListWindow::CallListWindow(TNPreferencesManager& manager, TNCallinglist& cal
     observeNotifications();
     restoreSort();
     connect(m_model, &CallListModel::loaded, this, &CallListWindow::updateActions);
+    // Imports run in the core, one at a time; the window follows the file import it started.
+    connect(&m_sync, &CallListSync::progress, this, [this](qint64 done, qint64 total) {
+        if (m_importing)
+            importProgressed(done, total);
+    });
+    connect(&m_sync, &CallListSync::finished, this, [this](const CallListSyncResult& result) {
+        if (m_importing && !result.download)
+            importDone(result.imported);
+    });
     resize(920, 560);
 }
 
@@ -329,8 +342,8 @@ void CallListWindow::updateActions()
     m_statistics->setEnabled(m_profile > 0);
     m_newSmartList->setEnabled(m_profile > 0);
     const QString name = first.isValid() ? first.data(CallListModel::ContactRole).toStringList().value(1) : QString();
-    m_lookUp->setEnabled(rows.size() == 1 && hasNumber && name.isEmpty() && !m_lookingUp && ReverseLookup::shared());
-    const bool book = AddressBook::shared() != nullptr;
+    m_lookUp->setEnabled(rows.size() == 1 && hasNumber && name.isEmpty() && !m_lookingUp);
+    const bool book = m_actions.hasAddressBook();
     m_addContact->setEnabled(rows.size() == 1 && hasNumber && book);
     m_addContact->setToolTip(book ? tr("Add this number to the address book as a new contact")
                                   : tr("No address book is configured: choose a vCard file under Settings, General."));

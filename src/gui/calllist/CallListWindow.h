@@ -1,5 +1,7 @@
 #pragma once
 
+#include "calllist/CallListActions.h"
+
 #include <QMainWindow>
 
 #include <functional>
@@ -25,12 +27,15 @@ struct CallRow;
 // memo, delete, look up online, add to the address book), on the list (reload from the router,
 // file import, export, statistics) and on the smart lists (new, edit, delete).
 // Follows the call database's notifications; while hidden it only notes that it is stale.
+class CallListSync;
+class ContactsServices;
+
 class CallListWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, StreamListener& listener,
-                   SettingsStore& settings, QWidget* parent = nullptr);
+    CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, CallListSync& sync, ContactsServices& contacts,
+                   StreamListener& listener, SettingsStore& settings, QWidget* parent = nullptr);
     ~CallListWindow() override;
 
     // Shows the window in front, read afresh.
@@ -136,6 +141,8 @@ private:
 
     TNPreferencesManager& m_manager;
     TNCallinglist& m_calls;
+    CallListSync& m_sync;
+    CallListActions m_actions;
     StreamListener& m_listener;
     SettingsStore& m_settings;
     int m_profile = 0;

@@ -6,13 +6,10 @@
 #include "CallMemoDialog.h"
 #include "CallStatisticsDialog.h"
 
+#include "app/CallListSync.h"
 #include "base/SettingsStore.h"
-#include "calllist/CallListExport.h"
-#include "calllist/JournalImporter.h"
-#include "calllist/JournalLoading.h"
 #include "calllist/ListQueryBuilder.h"
 #include "calllist/TNCallinglist.h"
-#include "contacts/AddressBook.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -21,13 +18,10 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMessageBox>
-#include <QPointer>
 #include <QProgressBar>
-#include <QSaveFile>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
-#include <QThreadPool>
 #include <QToolBar>
 
 namespace {
@@ -150,7 +144,7 @@ int CallListWindow::deleteSelectedCalls()
                                                                  .arg(count)) == QMessageBox::Yes;
     if (!confirmed)
         return 0;
-    const int deleted = m_calls.deleteCallsForProfile(m_profile, rowids);
+    const int deleted = m_actions.deleteCalls(m_profile, rowids).deleted;
     if (deleted < 0)
         statusBar()->showMessage(tr("The calls could not be deleted: the call database refused it."), MessageMs);
     // The counters were counted again by the deletion.
@@ -182,7 +176,7 @@ void CallListWindow::openStatistics()
 void CallListWindow::startRouterImport()
 {
     // The same background import the tray runs after a call; its end posts "RELOADCALLINGLIST".
-    methods::loadCSVListDatainBackground(QString());
+    m_sync.importFromRouter();
     statusBar()->showMessage(tr("Reading the call list from the router…"), MessageMs);
 }
 
@@ -206,31 +200,7 @@ bool CallListWindow::importFile(const QString& path)
     statusBar()->showMessage(tr("Importing %1…").arg(QFileInfo(path).fileName()));
     updateActions();
 
-    QPointer<CallListWindow> self(this);
-    TNCallinglist* calls = &m_calls;
-    SettingsStore* settings = &m_settings;
-    const int profile = m_profile;
-    // Results come back through the application object: the window may be gone by then.
-    QThreadPool::globalInstance()->start([self, calls, settings, profile, path] {
-        JournalImporter importer(*calls, *settings, AddressBook::shared());
-        importer.setProgress([self](qsizetype done, qsizetype total) {
-            QMetaObject::invokeMethod(
-                qApp,
-                [self, done, total] {
-                    if (self)
-                        self->importProgressed(done, total);
-                },
-                Qt::QueuedConnection);
-        });
-        const int result = importer.getCSVListFromHost(path, profile).result;
-        QMetaObject::invokeMethod(
-            qApp,
-            [self, result] {
-                if (self)
-                    self->importDone(result);
-            },
-            Qt::QueuedConnection);
-    });
+    m_sync.importFile(path, m_calls.prefsForProfile(m_profile));
     return true;
 }
 
@@ -272,18 +242,11 @@ bool CallListWindow::exportToFile(const QString& path)
 {
     if (m_profile <= 0)
         return false;
-    // The delimited export knows the fixed lists; smart lists and current calls export all calls.
-    static const QList<int> exportable = {ListQuery::SelectorAll, ListQuery::SelectorIncoming,
-                                          ListQuery::SelectorMissed, ListQuery::SelectorOutgoing,
-                                          ListQuery::SelectorNew};
+    // Current calls (from the monitor) are not in the database: they export all calls.
     const int chosen = m_model->showsDatabase() ? m_model->query().selector : ListQuery::SelectorAll;
-    const int selector = exportable.contains(chosen) ? chosen : ListQuery::SelectorAll;
-    const QString text =
-        CallListExport::exportCallsFromListForProfile(m_calls, m_profile, selector, CallListExport::exportFieldNames(),
-                                                      QStringLiteral(";"), QStringLiteral("\""));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit()) {
-        statusBar()->showMessage(tr("%1 could not be written: %2").arg(path, file.errorString()), MessageMs);
+    QString error;
+    if (!m_actions.exportToFile(m_profile, chosen, path, &error)) {
+        statusBar()->showMessage(tr("%1 could not be written: %2").arg(path, error), MessageMs);
         return false;
     }
     statusBar()->showMessage(tr("Calls exported to %1.").arg(QFileInfo(path).fileName()), MessageMs);

@@ -8,8 +8,6 @@
 #include "base/Localization.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
-#include "contacts/CallerIdentification.h"
-#include "contacts/ReverseLookup.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -23,8 +21,7 @@ constexpr int MessageMs = 8000;
 bool CallListWindow::lookUpSelectedNumber()
 {
     const QList<int> rows = selectedCallRows();
-    ReverseLookup* lookup = ReverseLookup::shared();
-    if (rows.size() != 1 || m_lookingUp || !lookup)
+    if (rows.size() != 1 || m_lookingUp)
         return false;
     const QString number = m_model->index(rows.first(), 0).data(CallListModel::NumberRole).toString();
     if (number.isEmpty())
@@ -34,10 +31,11 @@ bool CallListWindow::lookUpSelectedNumber()
     statusBar()->showMessage(tr("Looking up %1…").arg(number));
     // Asked by the user: runs whatever the location's automatic lookup setting says. A name found
     // goes into the caller cache and "RELOADCALLINGLIST" is posted, as for a ringing call.
-    const Prefixis prefixis = Prefixis::current();
     QPointer<CallListWindow> self(this);
-    QThreadPool::globalInstance()->start([self, lookup, number, prefixis] {
-        const QString name = lookup->threadReverseSearch(QString(), number, prefixis, nullptr, {});
+    // The actions hold only what outlives the window: a copy may run after it closed.
+    const auto prefs = m_calls.prefsForProfile(m_profile);
+    QThreadPool::globalInstance()->start([self, actions = m_actions, number, prefs]() mutable {
+        const QString name = actions.lookUp(number, prefs);
         QMetaObject::invokeMethod(
             qApp,
             [self, number, name] {
@@ -61,7 +59,7 @@ void CallListWindow::lookUpDone(const QString& number, const QString& name)
 
 AddContactDialog* CallListWindow::openAddContact()
 {
-    AddressBook* book = AddressBook::shared();
+    AddressBook* book = m_actions.addressBook();
     const QList<int> rows = selectedCallRows();
     if (!book || rows.size() != 1)
         return nullptr;
@@ -77,10 +75,7 @@ AddContactDialog* CallListWindow::openAddContact()
 
 void CallListWindow::contactAdded(const QString& number)
 {
-    // A name cached earlier (a web lookup) would hide the new contact: ask the book afresh,
-    // which caches its answer.
-    m_calls.resetCallerNamesForNumber(number);
-    methods::searchNameForPhonenumber(number);
+    m_actions.contactAdded(number, m_calls.prefsForProfile(m_profile));
     reloadList();
     statusBar()->showMessage(tr("%1 was added to the address book.").arg(number), MessageMs);
 }

@@ -3,6 +3,7 @@
 #include "GlobalPages.h"
 #include "LocationPages.h"
 
+#include "app/SettingsChanges.h"
 #include "base/Localization.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
@@ -30,13 +31,6 @@ QStringList passwordsOf(const TNPreferences& prefs)
     return {prefs.passWord, prefs.remotePassWord, prefs.FTPPassWord};
 }
 
-bool touchesAny(const QStringList& changed, std::initializer_list<QString> keys)
-{
-    for (const QString& key : keys)
-        if (changed.contains(key))
-            return true;
-    return false;
-}
 } // namespace
 
 SettingsWindow::SettingsWindow(TNPreferencesManager& manager, QWidget* parent)
@@ -395,9 +389,7 @@ bool SettingsWindow::save()
     clearCorrectionRequest();
 
     bool ok = true;
-    bool locationsChanged = false;
-    bool listChanged = false;
-    bool filesChanged = false;
+    SettingsChanges changes;
     for (auto& [uid, w] : m_working) {
         QStringList changed;
         bool passwordsChanged = false;
@@ -405,10 +397,7 @@ bool SettingsWindow::save()
             ok = false;
             continue;
         }
-        locationsChanged = locationsChanged || changed.contains(keys::Name);
-        listChanged = listChanged || touchesAny(changed, {keys::Lines, keys::Prefixis});
-        filesChanged = filesChanged || passwordsChanged ||
-                       touchesAny(changed, {keys::FTPUserName, keys::FTPSSL, keys::FTPPort, keys::Host});
+        changes.addLocation(changed, passwordsChanged);
     }
 
     QStringList globalsChanged;
@@ -433,24 +422,13 @@ bool SettingsWindow::save()
             ok = false;
         }
     }
-    listChanged = listChanged || touchesAny(globalsChanged, {keys::DateFormatString, keys::ListDeleteInterval,
-                                                             keys::AddressBook});
+    changes.addGlobals(globalsChanged);
 
     if (!m_chosenCurrent.isEmpty() && m_chosenCurrent != m_manager.currentUID()) {
         m_manager.activateCurrentLocationForID(m_chosenCurrent);
-        locationsChanged = listChanged = filesChanged = true;
+        changes.setCurrentLocationChanged();
     }
-
-    auto& center = NotificationCenter::defaultCenter();
-    center.post(Notifications::ACTIVATESETTINGS, this);
-    if (locationsChanged)
-        center.post(Notifications::REFRESHLOCATIONSMENU, this);
-    if (listChanged) {
-        center.post(Notifications::RELOADCALLINGLIST, this);
-        center.post(Notifications::UPDATESIDETABLE, this);
-    }
-    if (filesChanged)
-        center.post(Notifications::RELOADABFAXLIST, this);
+    changes.post(NotificationCenter::defaultCenter(), this);
     if (ok)
         accept();
     return ok;
