@@ -16,7 +16,7 @@ class FtpServerProcess
 public:
     FtpServerProcess(const QString& root, const QString& password, bool tls, const QStringList& extraArgs = {})
     {
-        const QString script = QFileInfo(QStringLiteral(__FILE__)).dir().filePath(QStringLiteral("ftpserver.py"));
+        const QString script = QStringLiteral(TONDREL_TEST_SUPPORT_DIR "/ftpserver.py");
         QStringList args{script, QStringLiteral("--root"), root, QStringLiteral("--password"), password};
         if (tls)
             args << QStringLiteral("--tls") << m_certDir.path();

@@ -8,6 +8,7 @@
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
 #include "calllist/CallListExport.h"
+#include "calllist/JournalDownload.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/JournalLoading.h"
 #include "calllist/ListQueryBuilder.h"
@@ -100,23 +101,27 @@ void CallsCommand::setupImportExport(CLI::App& calls, CliContext& ctx)
 void CallsCommand::importJournal(CliContext& ctx)
 {
     const QString path = str(m_importFile);
-    const auto prefs = path.isEmpty() ? BoxCli::prepare(ctx) : ctx.targetLocation();
+    const BoxCli::Target target =
+        path.isEmpty() ? BoxCli::prepare(ctx) : BoxCli::Target{ctx.targetLocation(), nullptr};
+    const auto& prefs = target.prefs;
     TNCallinglist& calls = cliCallinglist(ctx);
     if (!path.isEmpty() && !QFileInfo(path).isFile())
         throw CliError(1, QStringLiteral("no journal file %1").arg(path));
     const auto book = VCardAddressBook::fromSettings(ctx.settings());
     JournalImporter importer(calls, ctx.settings(), book.get());
+    RouterFailure reported;
     if (path.isEmpty()) {
-        const JournalLoading::Download fetch = JournalLoading::download();
-        BoxCli::ensureSession(*prefs);
-        importer.setDownloader([fetch, prefs](const QString& cancel) { return fetch(prefs, cancel); });
+        BoxCli::ensureSession(target);
+        importer.setDownloader([target, &reported](const QString& cancel) {
+            return JournalLoading::downloadFromRouter(target.prefs, *target.session, cancel, &reported);
+        });
     }
     ProgressBar bar(ctx.err());
     if (!path.isEmpty())
         importer.setProgress([&bar](qsizetype done, qsizetype total) { bar.update(done, total); });
     const JournalImportResult r = importer.getCSVListFromHost(path, prefs->activeProfileInt);
     if (r.result < 0 && path.isEmpty())
-        throw CliError(1, QStringLiteral("the router's journal could not be read: %1").arg(BoxCli::failureText(*prefs)));
+        throw CliError(1, QStringLiteral("the router's journal could not be read: %1").arg(BoxCli::failureText(target, reported)));
     if (r.result < 0)
         throw CliError(1, QStringLiteral("%1 is not a call journal").arg(path));
     if (ctx.json) {

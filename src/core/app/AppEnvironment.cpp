@@ -5,6 +5,11 @@
 #include "base/TNPreferencesManager.h"
 #include "base/Clock.h"
 #include "app/ServiceAdapters.h"
+#include "base/NotificationCenter.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
+#include "calllist/JournalDownload.h"
+#include "calllist/JournalLoading.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"
 
@@ -18,6 +23,8 @@ AppEnvironment::~AppEnvironment()
     // Contacts withdraw their shared instances before the cache they point at goes.
     m_callerNames.reset();
     m_contacts.reset();
+    if (m_routerSessions)
+        JournalLoading::setDownload({});
     if (TNPreferencesManager::sharedManager() == m_manager.get())
         TNPreferencesManager::setSharedManager(nullptr);
     if (TNCallinglist::sharedInstance() == m_callinglist.get())
@@ -65,6 +72,13 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
     }
     TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
+    m_routerSessions =
+        std::make_unique<RouterSessions>(NotificationCenter::defaultCenter(), Clock::system(), m_manager.get());
+    // The journal comes over the location's own router session.
+    JournalLoading::setDownload([sessions = m_routerSessions.get()](const std::shared_ptr<TNPreferences>& prefs,
+                                                                     const QString& cancel) {
+        return prefs ? JournalLoading::downloadFromRouter(prefs, *sessions->forLocation(*prefs), cancel) : QString();
+    });
 
     if (m_callinglist) {
         m_callerCache = std::make_unique<DatabaseCallerCache>(*m_callinglist);

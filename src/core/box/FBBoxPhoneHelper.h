@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVariantList>
 
+class RouterSession;
 class TNPreferences;
 
 // The router's extensions and lines, and the conversions of older stored forms.
@@ -27,8 +28,8 @@ QVariantList faxLinesFromValues(const QStringList& values);
 QVariantList mergeExtensions(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeLines(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fromBox);
-QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
-QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
-QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
+QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
+QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
+QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
 
 } // namespace FBBoxPhoneHelper

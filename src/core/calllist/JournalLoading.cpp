@@ -4,7 +4,6 @@
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
 #include "base/TNPreferencesManager.h"
-#include "calllist/JournalDownload.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
@@ -29,7 +28,7 @@ void setDownload(Download download)
 Download download()
 {
     QMutexLocker lock(&g_mutex);
-    return g_download ? g_download : Download(&downloadFromRouter);
+    return g_download;
 }
 
 void setBadgeHandler(std::function<void(const QString&)> handler)
