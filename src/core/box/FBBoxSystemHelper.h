@@ -43,10 +43,10 @@ QString requestBoxLanguageUsePreferences(TNPreferences* prefs, RouterSession& se
 
 QVariantMap parseConfigDef(const QString& page);
 QVariantMap parseBoxInfo(const QString& page);
-QVariantMap configDefinitionsForPreferences(TNPreferences* prefs);
-QVariantMap configXMLDefinitionsForPreferences(TNPreferences* prefs);
+QVariantMap configDefinitionsForPreferences(TNPreferences* prefs, RouterSession& session);
+QVariantMap configXMLDefinitionsForPreferences(TNPreferences* prefs, RouterSession& session);
 
-QVariant boxusersForConfiguration(TNPreferences* prefs);
+QVariant boxusersForConfiguration(TNPreferences* prefs, RouterSession& session);
 // "box_admin_rights", "dial_rights", "phone_rights", "nas_rights" of the user; empty when unknown.
 QVariantMap rightsForUserInList(const QString& userName, const QVariant& userList);
 QVariantMap rightsForUser(const QString& userName, TNPreferences* prefs, RouterSession& session);

@@ -22,10 +22,12 @@ RouterFailure routerFailure(const RouterFailure& reported, TNPreferences& prefs,
     return RouterFailure::make(RouterFailure::Kind::Unreachable, QStringLiteral("errorBoxUnreachable"), {where});
 }
 
-RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session)
+RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session, RouterFailure* notice)
 {
     TNSessionManager& manager = session.sessionManager();
     const RouterFailure login = manager.currentSessionIDUsePreferences(&prefs);
+    if (notice)
+        *notice = login;
     const bool refusedNow = login.key == u"errorWrongPass";
     // After a wrong password a current router ends as "a box without sessions" ("-1"), which is
     // then reused for minutes without a new failure: a router whose login page asked for the
@@ -48,10 +50,11 @@ RouterFailure checkRouterStatusWithSession(TNPreferences* prefs, RouterSession& 
 {
     if (!prefs)
         return {};
-    const RouterFailure failure = ensureSession(*prefs, session);
+    RouterFailure notice;
+    const RouterFailure failure = ensureSession(*prefs, session, &notice);
     if (!failure) {
-        FBBoxSystemHelper::threadcheckWLANStatus(prefs, session);
-        return {};
+        FBBoxSystemHelper::threadcheckWLANStatus(prefs, session, &notice);
+        return notice;
     }
     // Not logged in: the state is not known, and a second login is not tried.
     {

@@ -27,16 +27,17 @@ namespace FBBoxConnectionHelper {
 RouterFailure routerFailure(const RouterFailure& reported, TNPreferences& prefs, RouterSession& session);
 
 // Logs in or reuses the session; the failure when no session can be had (a wrong password
-// counts as none even where the router still hands out a session).
-RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session);
+// counts as none even where the router still hands out a session). *notice gets what went
+// wrong in a login that still gave a session (e.g. a right the user lacks).
+RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session, RouterFailure* notice = nullptr);
 
 // Logs in first (or reuses the session), so a wrong password is reported as such.
 RouterCommandResult runRouterCommand(const QString& action, const QString& number, const QString& port,
                                      TNPreferences* prefs, RouterSession& session);
 
 // The router status check (WLAN, DECT) with a session: the query needs to know the firmware,
-// which the login finds out. Posts "WLANSTATUS" and "DECTSTATUS" as the check does. The
-// failure of the login, if any.
+// which the login finds out. Posts "WLANSTATUS" and "DECTSTATUS" as the check does. What went
+// wrong in the login or the check, if anything.
 RouterFailure checkRouterStatusWithSession(TNPreferences* prefs, RouterSession& session);
 
 // Variables read with a session (logged in first or reused), for samplers that ask again and

@@ -14,6 +14,7 @@
 
 #include <QMutex>
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 namespace {
 const QString kInvalidSID = QStringLiteral("0000000000000000");
@@ -45,7 +46,11 @@ RouterFailure TNSessionManager::currentSessionIDUsePreferences(TNPreferences* pr
         return {};
     QMutexLocker lock(&m_lock);
     currentPreferences = prefs;
-    m_failure = {};
+    // The login's own queries check the session again: that must not wipe what it found so far.
+    ++m_depth;
+    const auto leave = qScopeGuard([this] { --m_depth; });
+    if (m_depth == 1)
+        m_failure = {};
     {
         QMutexLocker plock(&m_session.mutex());
         hostName = prefs->hostName;
@@ -140,7 +145,7 @@ void TNSessionManager::updatedSessionID()
         assignDefaultUserRights();
 
     const QStringList tr064 = FBBoxConnectionHelper::componentsArrayForVariables(
-        {QStringLiteral("tr064:settings/enabled")}, currentPreferences, m_session);
+        {QStringLiteral("tr064:settings/enabled")}, currentPreferences, m_session, &m_failure);
     if (!tr064.isEmpty() && tr064.first() == u"1")
         userRights |= RightTR064;
     qCDebug(lcBox) << "rights:" << TNSessionRights::debugUserRight(userRights);

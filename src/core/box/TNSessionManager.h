@@ -63,6 +63,7 @@ private:
     RouterSession& m_session;
     // What went wrong in the login under way.
     RouterFailure m_failure;
+    int m_depth = 0;
     QRecursiveMutex m_lock;
     // Rights listed in the successful login answer (0: none listed).
     std::uint32_t m_loginRights = 0;
