@@ -374,7 +374,7 @@ void TestPreferences::defaultsHelpers()
 {
     Fixture f;
     f.start();
-    SettingsStore* s = &f.store;
+    SettingsStore& s = f.store;
     QCOMPARE(methods::getDefaultsNumberForKey(QStringLiteral("SelCLGrp"), s), -1.0);
     methods::setDefaultsForNumber(0, QStringLiteral("SelCLGrp"), s);
     QCOMPARE(methods::getDefaultsNumberForKey(QStringLiteral("SelCLGrp"), s), 0.0);

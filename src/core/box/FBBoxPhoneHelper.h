@@ -12,8 +12,6 @@ class TNPreferences;
 // The router's extensions and lines, and the conversions of older stored forms.
 namespace FBBoxPhoneHelper {
 
-// The same steps as methods::cleanNumber (one implementation); "" for a missing number.
-QString cleanNumber(const QString& number);
 // The names queried for extensions (23), lines (43) and fax lines (10), in order.
 QStringList extensionVariables();
 QStringList lineVariables();

@@ -3,6 +3,7 @@
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerCache.h"
+#include "base/TNPreferencesManager.h"
 
 namespace methods {
 
@@ -41,7 +42,7 @@ QStringList searchNameForPhonenumber(const QString& number, CallerCache* cache, 
 
 QStringList searchNameForPhonenumber(const QString& number)
 {
-    return searchNameForPhonenumber(number, CallerCache::shared(), AddressBook::shared(), Prefixis::current(),
+    return searchNameForPhonenumber(number, CallerCache::shared(), AddressBook::shared(), Prefixis::current(TNPreferencesManager::sharedManager()),
                                     adressbooksearch::currentContactFormat(), nullptr);
 }
 

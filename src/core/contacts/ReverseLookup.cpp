@@ -5,6 +5,7 @@
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"
@@ -179,7 +180,7 @@ QVariantMap reverseSearchMain(const QString& number)
     ReverseLookup* lookup = ReverseLookup::shared();
     if (!lookup)
         return ReverseSearchResult().toMap();
-    return lookup->reverseSearchMain(number, Prefixis::current()).toMap();
+    return lookup->reverseSearchMain(number, Prefixis::current(TNPreferencesManager::sharedManager())).toMap();
 }
 
 } // namespace methods

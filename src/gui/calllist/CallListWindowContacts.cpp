@@ -34,7 +34,7 @@ bool CallListWindow::lookUpSelectedNumber()
     statusBar()->showMessage(tr("Looking up %1…").arg(number));
     // Asked by the user: runs whatever the location's automatic lookup setting says. A name found
     // goes into the caller cache and "RELOADCALLINGLIST" is posted, as for a ringing call.
-    const Prefixis prefixis = Prefixis::current();
+    const Prefixis prefixis = Prefixis::current(&m_manager);
     QPointer<CallListWindow> self(this);
     QThreadPool::globalInstance()->start([self, lookup, number, prefixis] {
         const QString name = lookup->threadReverseSearch(QString(), number, prefixis, nullptr, {});
