@@ -2,6 +2,7 @@
 #include "../tests/voicemail/MetaFileBuilder.h"
 #include "../tests/voicemail/SpeexTone.h"
 
+#include "base/NotificationCenter.h"
 #include "voicemail/TNFTPDatasource.h"
 #include "voicemail/VBGetVoicemail.h"
 
@@ -18,7 +19,8 @@ static void BM_ReadMetaData(benchmark::State& state)
         records.append(r);
     }
     const QByteArray file = metaFile(records, true);
-    TNFTPDatasource ds(nullptr, nullptr);
+    NotificationCenter center;
+    TNFTPDatasource ds(center, nullptr, nullptr);
     for (auto _ : state)
         benchmark::DoNotOptimize(ds.readMetaData(file, QStringLiteral("USB/FRITZ/voicebox/meta0")));
     state.SetItemsProcessed(state.iterations() * state.range(0));

@@ -3,37 +3,35 @@
 #include "CliContext.h"
 
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/RouterCommand.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 
 namespace BoxCli {
 
-std::shared_ptr<TNPreferences> prepare(CliContext& ctx)
+Target prepare(CliContext& ctx)
 {
-    auto prefs = ctx.targetLocation();
-    // The command line has no windows: an alert becomes the command's error line.
-    FBApplicationHelper::setAlertPresenter({});
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    return prefs;
+    Target target;
+    target.prefs = ctx.targetLocation();
+    target.session = ctx.environment().routerSessions().forLocation(*target.prefs);
+    return target;
 }
 
-QString failureText(TNPreferences& prefs)
+QString failureText(const Target& target, const RouterFailure& reported)
 {
-    return FBBoxConnectionHelper::routerFailureText(prefs);
+    return FBBoxConnectionHelper::routerFailure(reported, *target.prefs, *target.session).message;
 }
 
-void ensureSession(TNPreferences& prefs)
+void ensureSession(const Target& target)
 {
-    QString error;
-    if (!FBBoxConnectionHelper::ensureSession(prefs, &error))
-        throw CliError(1, error);
-    FBApplicationHelper::clearLastAlertOnThisThread();
+    if (const RouterFailure failure = FBBoxConnectionHelper::ensureSession(*target.prefs, *target.session))
+        throw CliError(1, failure.message);
 }
 
-void checkAnswer(const QString& answer, TNPreferences& prefs)
+void checkAnswer(const QString& answer, const RouterFailure& reported, const Target& target)
 {
-    if (answer == u" " || answer == u"-2" || !FBApplicationHelper::lastAlertBodyOnThisThread().isEmpty())
-        throw CliError(1, failureText(prefs));
+    if (answer == u" " || answer == u"-2" || reported)
+        throw CliError(1, failureText(target, reported));
 }
 
 } // namespace BoxCli

@@ -251,7 +251,7 @@ void DialWindow::commandDone(const QString& action, const RouterCommandResult& r
                            : tr("Hung up."),
                   false);
     } else {
-        setStatus(result.error.isEmpty() ? tr("The router did not take the command.") : result.error, true);
+        setStatus(result.error().isEmpty() ? tr("The router did not take the command.") : result.error(), true);
     }
     // A call that did not start, or that was hung up, ends in the monitor too.
     if (!m_callUID.isEmpty() && (!ok || !dialling)) {

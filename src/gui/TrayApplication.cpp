@@ -3,6 +3,7 @@
 #include "CallMonitorWindow.h"
 #include "MemoEditor.h"
 #include "MenuRebuild.h"
+#include "RouterFailureAlert.h"
 #include "TNStatusMenu.h"
 #include "TrayMenu.h"
 #include "calllist/CallListWindow.h"
@@ -24,7 +25,8 @@
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferencesManager.h"
-#include "box/FBApplicationHelper.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 #include "box/FBBoxSystemHelper.h"
 #include "box/RouterCommand.h"
 #include "contacts/ContactsServices.h"
@@ -41,57 +43,46 @@
 #include <QThreadPool>
 #include <QUrl>
 
-TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env)
+TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env, FailurePresenter showFailure)
 {
     TNPreferencesManager* manager = &env.manager();
+    RouterSessions* sessions = &env.routerSessions();
     Options options;
-    options.routerCommand = [manager](const QString& action, const QString& number, const QString& port) {
+    options.routerCommand = [manager, sessions, showFailure](const QString& action, const QString& number,
+                                                             const QString& port) {
         const auto prefs = manager->currentPreferences();
-        return FBBoxConnectionHelper::runRouterCommand(action, number, port, prefs.get());
+        if (!prefs)
+            return RouterCommandResult();
+        const auto session = sessions->forLocation(*prefs);
+        const RouterCommandResult result = FBBoxConnectionHelper::runRouterCommand(action, number, port, prefs.get(), *session);
+        if (showFailure && result.failure)
+            showFailure(result.failure);
+        return result;
     };
-    options.switchWLAN = [manager](const QString& command) {
+    options.switchWLAN = [manager, sessions, showFailure](const QString& command) {
         if (auto prefs = manager->currentPreferences())
-            FBBoxSystemHelper::setWLANStatusInBackground(std::move(prefs), command);
+            FBBoxSystemHelper::setWLANStatusInBackground(prefs, sessions->forLocation(*prefs), command, showFailure);
     };
-    options.switchDECT = [manager](const QString& command) {
+    options.switchDECT = [manager, sessions, showFailure](const QString& command) {
         if (auto prefs = manager->currentPreferences())
-            FBBoxSystemHelper::setDECTStatusInBackground(std::move(prefs), command);
+            FBBoxSystemHelper::setDECTStatusInBackground(prefs, sessions->forLocation(*prefs), command, showFailure);
     };
-    options.trafficQuery = [manager](const QStringList& variables) {
+    options.trafficQuery = [manager, sessions](const QStringList& variables) {
         const auto prefs = manager->currentPreferences();
         if (!prefs || prefs->isDummy() || prefs->hostName.isEmpty())
             return QStringList();
-        return FBBoxConnectionHelper::queryWithSession(variables, prefs.get());
+        return FBBoxConnectionHelper::queryWithSession(variables, prefs.get(), *sessions->forLocation(*prefs));
     };
-    options.checkRouterStatus = [manager] {
-        // The settings object stays alive until the check ends.
+    options.checkRouterStatus = [manager, sessions, showFailure] {
+        // Settings and session stay alive until the check ends.
         if (auto prefs = manager->currentPreferences())
-            QThreadPool::globalInstance()->start([prefs] { FBBoxConnectionHelper::checkRouterStatusWithSession(prefs.get()); });
+            QThreadPool::globalInstance()->start([prefs, session = sessions->forLocation(*prefs), showFailure] {
+                const RouterFailure failure = FBBoxConnectionHelper::checkRouterStatusWithSession(prefs.get(), *session);
+                if (showFailure && failure)
+                    showFailure(failure);
+            });
     };
     return options;
-}
-
-void TrayApplication::installAlertPresenter()
-{
-    FBApplicationHelper::setAlertPresenter([](const QVariantMap& params) {
-        const QString title = params.value(QStringLiteral("Title")).toString();
-        const QString body = params.value(QStringLiteral("Body")).toString();
-        // Raised on a worker thread; shown on the main one, one box per text at a time.
-        QMetaObject::invokeMethod(
-            qApp,
-            [title, body] {
-                static QSet<QString> open;
-                if (open.contains(body))
-                    return;
-                open.insert(body);
-                auto* box = new QMessageBox(QMessageBox::Warning, title.isEmpty() ? QStringLiteral("Tondrel") : title,
-                                            body, QMessageBox::Ok);
-                box->setAttribute(Qt::WA_DeleteOnClose);
-                QObject::connect(box, &QObject::destroyed, qApp, [body] { open.remove(body); });
-                box->show();
-            },
-            Qt::QueuedConnection);
-    });
 }
 
 TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* parent)
@@ -121,7 +112,7 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     menuHooks.askWLANoff = m_options.askWLANoff;
     menuHooks.switchDECT = m_options.switchDECT;
     menuHooks.askDECToff = m_options.askDECToff;
-    m_menu = std::make_unique<TrayMenu>(env.manager(), m_monitor->listener(), m_monitor->conductor(),
+    m_menu = std::make_unique<TrayMenu>(env.manager(), env.routerSessions(), m_monitor->listener(), m_monitor->conductor(),
                                         env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
@@ -294,7 +285,7 @@ VoicemailWindow& TrayApplication::voicemailWindow()
 PhonebookWindow& TrayApplication::phonebookWindow()
 {
     if (!m_phonebookWindow)
-        m_phonebookWindow = std::make_unique<PhonebookWindow>(m_env.manager(), m_env.settings());
+        m_phonebookWindow = std::make_unique<PhonebookWindow>(m_env.manager(), m_env.routerSessions(), m_env.settings());
     return *m_phonebookWindow;
 }
 

@@ -52,11 +52,11 @@ public:
         bool headless = false;
     };
 
+    // Shows what went wrong in router work (wrong password, missing rights); any thread.
+    using FailurePresenter = std::function<void(const RouterFailure&)>;
     // The router's own commands for the current location: dialling, the Wi-Fi switch and the
-    // status check, each on a background thread.
-    static Options routerOptions(AppEnvironment& env);
-    // Alerts raised by router work (wrong password, missing rights) appear as message boxes.
-    static void installAlertPresenter();
+    // status check, each on a background thread. Their failures go to showFailure when set.
+    static Options routerOptions(AppEnvironment& env, FailurePresenter showFailure = {});
 
     TrayApplication(AppEnvironment& env, Options options, QObject* parent = nullptr);
     ~TrayApplication() override;

@@ -10,6 +10,8 @@
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/TNPreferencesManager.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 #include "monitor/StreamListener.h"
 
 #include <QAbstractButton>
@@ -22,26 +24,26 @@ namespace {
 constexpr int WlanKnown = 8 | 16;
 constexpr int WlanOn = 16 | 128;
 
-int wlanStatusOf(const TNPreferences& prefs)
+int wlanStatusOf(const RouterSession& session)
 {
-    QMutexLocker lock(&prefs.runtimeMutex());
-    return prefs.WLANStatus;
+    QMutexLocker lock(&session.mutex());
+    return session.WLANStatus;
 }
 
 // The router's DECT state: 8 off, 16 on, anything else not known.
 constexpr int DectOff = 8;
 constexpr int DectOn = 16;
 
-int dectStatusOf(const TNPreferences& prefs)
+int dectStatusOf(const RouterSession& session)
 {
-    QMutexLocker lock(&prefs.runtimeMutex());
-    return prefs.DECTStatus;
+    QMutexLocker lock(&session.mutex());
+    return session.DECTStatus;
 }
 } // namespace
 
-TrayMenu::TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor,
-                   TNCallinglist* calls, Hooks hooks, QObject* parent)
-    : QObject(parent), m_manager(manager), m_listener(listener), m_conductor(conductor), m_hooks(std::move(hooks))
+TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener,
+                   AppConductor& conductor, TNCallinglist* calls, Hooks hooks, QObject* parent)
+    : QObject(parent), m_manager(manager), m_sessions(sessions), m_listener(listener), m_conductor(conductor), m_hooks(std::move(hooks))
 {
     m_monitorWindow = m_menu.addAction(tr("Call monitor window"));
     connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
@@ -112,7 +114,7 @@ TrayMenu::~TrayMenu() = default;
 void TrayMenu::setWLANStatus()
 {
     const auto prefs = m_manager.currentPreferences();
-    const int status = prefs ? wlanStatusOf(*prefs) : 0;
+    const int status = prefs ? wlanStatusOf(*m_sessions.forLocation(*prefs)) : 0;
     m_wlan->setEnabled(m_hooks.switchWLAN && prefs && !prefs->isDummy() && (status & WlanKnown));
     m_wlan->setChecked(status & WlanOn);
 }
@@ -120,7 +122,7 @@ void TrayMenu::setWLANStatus()
 void TrayMenu::setDECTStatus()
 {
     const auto prefs = m_manager.currentPreferences();
-    const int status = prefs ? dectStatusOf(*prefs) : 0;
+    const int status = prefs ? dectStatusOf(*m_sessions.forLocation(*prefs)) : 0;
     m_dect->setEnabled(m_hooks.switchDECT && prefs && !prefs->isDummy() && (status == DectOff || status == DectOn));
     m_dect->setChecked(status == DectOn);
 }
@@ -130,7 +132,7 @@ void TrayMenu::toggleDECT()
     const auto prefs = m_manager.currentPreferences();
     if (!prefs || !m_hooks.switchDECT)
         return;
-    if (dectStatusOf(*prefs) != DectOn) {
+    if (dectStatusOf(*m_sessions.forLocation(*prefs)) != DectOn) {
         m_hooks.switchDECT(QStringLiteral("DECTon"));
         return;
     }
@@ -165,7 +167,7 @@ void TrayMenu::toggleWLAN()
     const auto prefs = m_manager.currentPreferences();
     if (!prefs || !m_hooks.switchWLAN)
         return;
-    const bool on = wlanStatusOf(*prefs) & WlanOn;
+    const bool on = wlanStatusOf(*m_sessions.forLocation(*prefs)) & WlanOn;
     if (!on) {
         m_hooks.switchWLAN(QStringLiteral("WLANon"));
         return;

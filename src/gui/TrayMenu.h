@@ -12,6 +12,7 @@ class LatestCallsMenu;
 class LocationsMenu;
 class StreamListener;
 class TNCallinglist;
+class RouterSessions;
 class TNPreferencesManager;
 
 // The status item's menu: windows, latest calls, extensions, the switches (Wi-Fi, call monitor,
@@ -33,8 +34,8 @@ public:
         std::function<bool()> askDECToff;
     };
 
-    TrayMenu(TNPreferencesManager& manager, StreamListener& listener, AppConductor& conductor, TNCallinglist* calls,
-             Hooks hooks, QObject* parent = nullptr);
+    TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener, AppConductor& conductor,
+             TNCallinglist* calls, Hooks hooks, QObject* parent = nullptr);
     ~TrayMenu() override;
 
     QMenu* menu() { return &m_menu; }
@@ -79,6 +80,7 @@ private:
     void toggleRemoteAccess();
 
     TNPreferencesManager& m_manager;
+    RouterSessions& m_sessions;
     StreamListener& m_listener;
     AppConductor& m_conductor;
     Hooks m_hooks;

@@ -1,6 +1,7 @@
 #include "app/AppEnvironment.h"
 #include "base/Localization.h"
 #include "SingleInstance.h"
+#include "RouterFailureAlert.h"
 #include "TrayApplication.h"
 #include "TrayArguments.h"
 
@@ -56,8 +57,7 @@ int main(int argc, char** argv)
             return 1;
     }
 
-    TrayApplication::installAlertPresenter();
-    TrayApplication tray(env, TrayApplication::routerOptions(env));
+    TrayApplication tray(env, TrayApplication::routerOptions(env, &RouterFailureAlert::show));
     QObject::connect(&instance, &SingleInstance::argumentsReceived, &tray, &TrayApplication::handleArguments);
     tray.start(args.requests);
     return app.exec();

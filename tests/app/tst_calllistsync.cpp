@@ -130,7 +130,7 @@ void TestCallListSync::importsRunOneAtATime()
     std::atomic<int> downloads{0};
     CallListSync sync(
         *f.calls, *f.manager, f.store, [] { return nullptr; }, &f.clock);
-    sync.setDownload([&](const std::shared_ptr<TNPreferences>&, const QString&) {
+    sync.setDownload([&](const std::shared_ptr<TNPreferences>&, const QString&, RouterFailure*) {
         most = std::max(most.load(), ++inside);
         ++downloads;
         QThread::msleep(150);

@@ -1,5 +1,3 @@
-#include "base/NotificationCenter.h"
-#include "base/NotificationNames.h"
 #include "assistant/SsdpDiscovery.h"
 
 #include <QNetworkDatagram>
@@ -67,23 +65,14 @@ void TestSsdpDiscovery::answers()
     SsdpDiscovery discovery;
     discovery.setTarget(QHostAddress::LocalHost, peer.port());
     discovery.setCompletionInterval(800);
-    QVariantList posted;
-    bool notified = false;
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::SSDPSEARCHCOMPLETED,
-                                                    [&](const Notification& n) {
-                                                        notified = true;
-                                                        posted = n.userInfo.value(QStringLiteral("devices")).toList();
-                                                    });
     QSignalSpy completed(&discovery, &SsdpDiscovery::searchCompleted);
     discovery.lookupDevices();
     QVERIFY(completed.wait(5000));
-    NotificationCenter::defaultCenter().removeObserver(this);
 
     QCOMPARE(peer.received, QList<QByteArray>{SsdpDiscovery::searchMessage()});
     QVERIFY(peer.received.first().startsWith("M-SEARCH * HTTP/1.1\r\nHost: 239.255.255.250:1900\r\n"));
-    QVERIFY(notified);
     const QVariantList devices = discovery.devices();
-    QCOMPARE(posted, devices);
+    QCOMPARE(completed.first().first().toList(), devices);
     if (expectedServer.isEmpty()) {
         QVERIFY(devices.isEmpty());
         return;

@@ -74,7 +74,6 @@ private slots:
     void firstStartAndCorruptFile();
     void passwordsStayOutOfTheSettingsFile();
     void defaultsHelpers();
-    void runtimeFieldsResetOnLoad();
     void savingSeveralKeys_data();
     void savingSeveralKeys();
     void storingPasswordsAlone();
@@ -375,7 +374,7 @@ void TestPreferences::defaultsHelpers()
 {
     Fixture f;
     f.start();
-    SettingsStore* s = &f.store;
+    SettingsStore& s = f.store;
     QCOMPARE(methods::getDefaultsNumberForKey(QStringLiteral("SelCLGrp"), s), -1.0);
     methods::setDefaultsForNumber(0, QStringLiteral("SelCLGrp"), s);
     QCOMPARE(methods::getDefaultsNumberForKey(QStringLiteral("SelCLGrp"), s), 0.0);
@@ -391,23 +390,6 @@ void TestPreferences::defaultsHelpers()
 
     methods::resetUserDefaults(s);
     QVERIFY(!f.store.contains(QStringLiteral("ListAtStartup")));
-}
-
-void TestPreferences::runtimeFieldsResetOnLoad()
-{
-    Fixture f;
-    auto& mgr = f.start();
-    const QString uid = mgr.addNewLocation();
-    auto prefs = mgr.locationPreferencesForUID(uid);
-    prefs->sessionID = QStringLiteral("abc");
-    prefs->WLANStatus = 1;
-    prefs->loginError = true;
-    prefs->loadPreferencesWithLocationUID(uid);
-    QCOMPARE(prefs->sessionID, QString());
-    QCOMPARE(prefs->WLANStatus, 4);
-    QCOMPARE(prefs->DECTStatus, 4);
-    QCOMPARE(prefs->loginError, false);
-    QVERIFY(!f.storedLocation(uid).contains(QStringLiteral("sessionID")));
 }
 
 void TestPreferences::savingSeveralKeys_data()

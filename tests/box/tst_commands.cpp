@@ -1,8 +1,7 @@
-// Requests the commands become, per firmware, and the alerts of TR-064 faults.
+// Requests the commands become, per firmware, and the failures TR-064 faults become.
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBSOAPConnection.h"
 #include "box/TNAction.h"
 #include "box/TNSessionRights.h"
@@ -72,8 +71,7 @@ private slots:
         QFETCH(QString, target);
         QFETCH(QString, parameters);
         TNPreferences prefs(*m_store, m_secrets);
-        prefs.useLUA = lua;
-        const TNAction::Plan plan = TNAction::planFor(action, number, port, prefs);
+        const TNAction::Plan plan = TNAction::planFor(action, number, port, prefs, lua);
         QVERIFY(plan.known);
         if (plan.isSoap()) {
             QCOMPARE(plan.soap.controlPath + u'#' + plan.soap.action, target);
@@ -87,21 +85,19 @@ private slots:
     void rightsFollowTheAccessKind()
     {
         TNPreferences prefs(*m_store, m_secrets);
-        QCOMPARE(TNAction::planFor(QStringLiteral("call"), QStringLiteral("1"), QString(), prefs).right, uint(TNSessionRightDialLocal));
-        prefs.useLUA = true;
-        QCOMPARE(TNAction::planFor(QStringLiteral("query"), QString(), QString(), prefs).right, uint(RightBoxAdminLocal));
+        QCOMPARE(TNAction::planFor(QStringLiteral("call"), QStringLiteral("1"), QString(), prefs, false).right, uint(TNSessionRightDialLocal));
+        QCOMPARE(TNAction::planFor(QStringLiteral("query"), QString(), QString(), prefs, true).right, uint(RightBoxAdminLocal));
         prefs.remoteAccess = true;
-        QCOMPARE(TNAction::planFor(QStringLiteral("call"), QStringLiteral("1"), QString(), prefs).right, uint(TNSessionRightDialRemote));
-        QCOMPARE(TNAction::planFor(QStringLiteral("query"), QString(), QString(), prefs).right, uint(RightBoxAdminRemote));
+        QCOMPARE(TNAction::planFor(QStringLiteral("call"), QStringLiteral("1"), QString(), prefs, true).right, uint(TNSessionRightDialRemote));
+        QCOMPARE(TNAction::planFor(QStringLiteral("query"), QString(), QString(), prefs, true).right, uint(RightBoxAdminRemote));
     }
 
     void dialEnvelope()
     {
         TNPreferences prefs(*m_store, m_secrets);
-        prefs.useLUA = true;
         const FBRequest r = FBSOAPConnection::buildRequest(
             QStringLiteral("http://h:49000/upnp/control/x_voip"),
-            TNAction::planFor(QStringLiteral("call"), QStringLiteral("<0301234>"), QString(), prefs).soap);
+            TNAction::planFor(QStringLiteral("call"), QStringLiteral("<0301234>"), QString(), prefs, true).soap);
         const QString body = QString::fromUtf8(r.body);
         QVERIFY(body.startsWith(QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?><SOAP-ENV:Envelope")));
         QVERIFY(body.contains(QStringLiteral("xmlns:ns1=\"urn:dslforum-org:service:X_VoIP:1\"")));
@@ -130,11 +126,9 @@ private slots:
     {
         QFETCH(QString, answer);
         QFETCH(QString, alert);
-        QStringList alerts;
-        FBApplicationHelper::setAlertPresenter([&](const QVariantMap& p) { alerts << p.value(QStringLiteral("Body")).toString(); });
-        QCOMPARE(FBSOAPConnection::reportFault(answer), !alert.isEmpty());
-        QCOMPARE(alerts, alert.isEmpty() ? QStringList() : QStringList{alert});
-        FBApplicationHelper::setAlertPresenter({});
+        const RouterFailure failure = FBSOAPConnection::reportFault(answer);
+        QCOMPARE(failure.failed(), !alert.isEmpty());
+        QCOMPARE(failure.message, alert);
     }
 };
 

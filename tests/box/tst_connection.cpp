@@ -1,12 +1,18 @@
 // The HTTP transport against a scripted server on a real socket: time-outs only until the
-// answer begins, the early stop on a marker, the markers "-2" and "", and HTTP 401.
+// answer begins, the early stop on a marker, the markers "-2" and "", and HTTP 401 on the
+// request's own location; and which session a location gets.
+#include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
+#include "base/TNPreferencesManager.h"
 #include "box/FBConnection.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -141,7 +147,7 @@ private slots:
         request.url = server.url();
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii, nullptr), expected);
+        QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii), expected);
         QVERIFY2(clock.elapsed() < maxMs, qPrintable(QString::number(clock.elapsed())));
     }
 
@@ -155,32 +161,73 @@ private slots:
             FBRequest r;
             r.url = probe.url();
             c.timeoutSeconds = 1;
-            c.startWithRequest(r, true, FBEncoding::Ascii, nullptr); // takes the one connection
+            c.startWithRequest(r, true, FBEncoding::Ascii); // takes the one connection
         }
         FBConnection connection;
         FBRequest request;
         request.url = QStringLiteral("http://127.0.0.1:%1/").arg(port);
-        QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii, nullptr), QStringLiteral("-2"));
+        QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii), QStringLiteral("-2"));
         QVERIFY(connection.errorOccured);
         QVERIFY(!connection.timedOut);
     }
 
-    void unauthorizedAlertsOnceUntilTheNextLogin()
+    // Two locations, the first current: a 401 from the second router is the second's wrong
+    // password, reported once until its next login, and leaves the current one alone.
+    void unauthorizedMarksTheRequestsOwnLocationOnce()
     {
-        QStringList alerts;
-        FBApplicationHelper::setAlertPresenter([&](const QVariantMap& p) { alerts << p.value(QStringLiteral("Body")).toString(); });
-        TNPreferences prefs(*m_store, m_secrets);
+        TNPreferencesManager manager(*m_store, m_secrets);
+        manager.start();
+        const QString current = manager.addNewLocation();
+        const QString other = manager.addNewLocation();
+        manager.activateCurrentLocationForID(current);
+        QCOMPARE(manager.currentUID(), current);
+        // Even where a process-wide current location exists, it is not the one to blame.
+        TNPreferencesManager::setSharedManager(&manager);
+        const auto unshare = qScopeGuard([] { TNPreferencesManager::setSharedManager(nullptr); });
+        NotificationCenter center;
+        RouterSessions sessions(center, Clock::system(), &manager);
+        const auto otherPrefs = manager.locationPreferencesForUID(other);
+        const auto otherSession = sessions.forLocation(*otherPrefs);
+        QStringList failures;
         for (int i = 0; i < 2; ++i) {
             ScriptedServer server({{0, "HTTP/1.1 401 Unauthorized\r\nContent-Length: 4\r\n\r\ndeny"}}, 0);
-            FBConnection connection(&prefs);
+            FBConnection connection(*otherPrefs, *otherSession);
             FBRequest request;
             request.url = server.url();
-            QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii, &prefs), QStringLiteral("deny"));
+            QCOMPARE(connection.startWithRequest(request, true, FBEncoding::Ascii), QStringLiteral("deny"));
             QCOMPARE(connection.httpStatus, 401L);
+            if (connection.failure)
+                failures << connection.failure.message;
+            QCOMPARE(connection.failure.kind == RouterFailure::Kind::WrongPassword, i == 0);
         }
-        QVERIFY(prefs.loginError);
-        QCOMPARE(alerts, QStringList{QStringLiteral("The password for the router is wrong.")});
-        FBApplicationHelper::setAlertPresenter({});
+        QCOMPARE(failures, QStringList{QStringLiteral("The password for the router is wrong.")});
+        QVERIFY(otherSession->loginError);
+        QVERIFY(!sessions.forLocation(*manager.locationPreferencesForUID(current))->loginError);
+    }
+
+    // A session outlives reloading its location, but not a change of host or credentials: the
+    // refused login or the SID of the old router must not carry over.
+    void sessionsFollowTheLocationsCredentials()
+    {
+        NotificationCenter center;
+        RouterSessions sessions(center, Clock::system());
+        TNPreferences prefs(*m_store, m_secrets);
+        prefs.uid = QStringLiteral("A");
+        prefs.hostName = QStringLiteral("fritz.box");
+        prefs.passWord = QStringLiteral("old");
+        const auto first = sessions.forLocation(prefs);
+        first->loginError = true;
+        TNPreferences reloaded(*m_store, m_secrets);
+        reloaded.uid = prefs.uid;
+        reloaded.hostName = prefs.hostName;
+        reloaded.passWord = prefs.passWord;
+        QCOMPARE(sessions.forLocation(reloaded), first);
+        reloaded.passWord = QStringLiteral("new");
+        const auto second = sessions.forLocation(reloaded);
+        QVERIFY(second != first);
+        QVERIFY(!second->loginError);
+        prefs.uid = QStringLiteral("B");
+        QVERIFY(sessions.forLocation(prefs) != second);
     }
 };
 

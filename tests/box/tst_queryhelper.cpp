@@ -1,9 +1,5 @@
-#include "base/SecretStore.h"
-#include "base/SettingsStore.h"
-#include "base/TNPreferences.h"
 #include "box/FBBoxConnectionHelper.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace FBBoxConnectionHelper;
@@ -11,21 +7,7 @@ using namespace FBBoxConnectionHelper;
 class TestQueryHelper : public QObject
 {
     Q_OBJECT
-private:
-    QTemporaryDir m_dir;
-    std::unique_ptr<SettingsStore> m_store;
-    MemorySecretStore m_secrets;
-
-    std::shared_ptr<TNPreferences> prefs(bool lua)
-    {
-        auto p = std::make_shared<TNPreferences>(*m_store, m_secrets);
-        p->useLUA = lua;
-        return p;
-    }
-
 private slots:
-    void initTestCase() { m_store = std::make_unique<SettingsStore>(m_dir.filePath(QStringLiteral("settings.json"))); }
-
     void olderFirmwareNamesEachVariableTwice()
     {
         const auto chunks = queryChunks({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, false);
@@ -74,8 +56,7 @@ private slots:
         QFETCH(bool, lua);
         QFETCH(QString, answer);
         QFETCH(QStringList, expected);
-        auto p = prefs(lua);
-        QCOMPARE(componentsArrayForResultString(answer, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, p.get()),
+        QCOMPARE(componentsArrayForResultString(answer, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, lua),
                  expected);
     }
 

@@ -9,6 +9,8 @@
 #include "TrayApplication.h"
 #include "app/CallMonitorService.h"
 #include "TrayMenu.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 
 #include "app/CallListSync.h"
 #include "base/NotificationCenter.h"
@@ -228,12 +230,12 @@ void TestTrayMenu::wlanSwitch()
         asked = true;
         return answer;
     };
-    TrayMenu menu(rig.manager(), rig.tray->callMonitor().listener(), rig.tray->callMonitor().conductor(),
-                  rig.env.env->callinglist(), hooks);
+    TrayMenu menu(rig.manager(), rig.env.env->routerSessions(), rig.tray->callMonitor().listener(),
+                  rig.tray->callMonitor().conductor(), rig.env.env->callinglist(), hooks);
     {
-        const auto prefs = rig.manager().currentPreferences();
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->WLANStatus = status;
+        const auto session = rig.env.env->routerSessions().forLocation(*rig.manager().currentPreferences());
+        QMutexLocker lock(&session->mutex());
+        session->WLANStatus = status;
     }
     NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
     QTest::qWait(0);

@@ -1,5 +1,6 @@
 // The session manager in process against the simulator: block time, the 550-second reuse, the
-// markers of an unreachable router, and the rights that decide before anything is sent.
+// markers of an unreachable router, the rights that decide before anything is sent, and the
+// failures each login hands back.
 #include "TestSupport.h"
 
 #include "base/Clock.h"
@@ -8,9 +9,9 @@
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBConnection.h"
+#include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
 
 #include <QJsonArray>
@@ -37,12 +38,13 @@ private:
     TempEnv m_env;
     std::unique_ptr<SettingsStore> m_store;
     MemorySecretStore m_secrets;
-    QStringList m_alerts;
+    NotificationCenter m_center;
 
     struct Box
     {
         std::shared_ptr<TNPreferences> prefs;
         ManualClock clock{QDateTime::currentDateTime()};
+        std::unique_ptr<RouterSession> router;
         TNSessionManager* session = nullptr;
     };
 
@@ -54,8 +56,8 @@ private:
         b->prefs->webPort = webPort;
         b->prefs->userName = user;
         b->prefs->passWord = password;
-        b->prefs->sessionManager = std::make_shared<TNSessionManager>(&b->clock);
-        b->session = b->prefs->sessionManager.get();
+        b->router = std::make_unique<RouterSession>(m_center, b->clock);
+        b->session = &b->router->sessionManager();
         return b;
     }
 
@@ -72,9 +74,7 @@ private slots:
     void initTestCase()
     {
         m_store = std::make_unique<SettingsStore>(m_env.root.filePath(QStringLiteral("settings.json")));
-        FBApplicationHelper::setAlertPresenter([this](const QVariantMap& p) { m_alerts << p.value(QStringLiteral("Body")).toString(); });
     }
-    void init() { m_alerts.clear(); }
 
     void blockTimeIsRespectedWithoutARequest()
     {
@@ -83,18 +83,18 @@ private slots:
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("wrong"));
         QObject observer;
         int statusBar = 0;
-        NotificationCenter::defaultCenter().addObserver(&observer, Notifications::ADDSTATUSBAR,
-                                                        [&](const Notification&) { ++statusBar; });
+        m_center.addObserver(&observer, Notifications::ADDSTATUSBAR, [&](const Notification&) { ++statusBar; });
 
-        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultBlocked));
         QCOMPARE(statusBar, 1);
-        QVERIFY(m_alerts.last().contains(QStringLiteral("60 seconds")));
+        QCOMPARE(failure.kind, RouterFailure::Kind::BlockTime);
+        QVERIFY(failure.message.contains(QStringLiteral("60 seconds")));
         QCOMPARE(b->session->blockUntilTimeInterval, b->session->now() + 60);
         const int sent = loginRequests(sim);
 
         b->clock.advance(59);
-        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QVERIFY(!b->session->currentSessionIDUsePreferences(b->prefs.get()));
         QCOMPARE(loginRequests(sim), sent);
 
         b->clock.advance(2);
@@ -120,13 +120,13 @@ private slots:
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
         b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
-        const QString sid = b->prefs->sessionID;
+        const QString sid = b->router->sessionID;
         QCOMPARE(sid.size(), 16);
         const int sent = loginRequests(sim);
         b->clock.advance(after);
         b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(loginRequests(sim) > sent, loginAgain);
-        QCOMPARE(b->prefs->sessionID != sid, loginAgain);
+        QCOMPARE(b->router->sessionID != sid, loginAgain);
     }
 
     void unreachableRouterIsAskedAgainNextTime()
@@ -136,16 +136,19 @@ private slots:
         const int port = probe.serverPort();
         probe.close();
         auto b = box(port, QStringLiteral("secret"));
-        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        // A plain refused connection has no text of its own: the caller says the router is unreachable.
+        QVERIFY(!b->session->currentSessionIDUsePreferences(b->prefs.get()));
         QCOMPARE(b->session->sessionResult, int(TNSessionResultUnreachable));
-        QCOMPARE(b->prefs->sessionID, QStringLiteral("-2"));
-        QCOMPARE(b->prefs->remoteSessionID, QStringLiteral("-2"));
+        QCOMPARE(b->router->sessionID, QStringLiteral("-2"));
+        QCOMPARE(b->router->remoteSessionID, QStringLiteral("-2"));
         QCOMPARE(b->session->requestCount, 1);
         // No successful login stamped the session: the router may be back at the next call.
-        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(), b->prefs.get()),
+        RouterFailure failure;
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(),
+                                                       b->prefs.get(), *b->router, &failure),
                  QStringLiteral(" "));
         QCOMPARE(b->session->requestCount, 2);
-        QVERIFY(m_alerts.isEmpty());
+        QVERIFY(!failure);
     }
 
     void commandWithStoredUnreachableMarkerSendsNothing()
@@ -156,11 +159,12 @@ private slots:
         b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
         sim.control("POST", QStringLiteral("/_sim/clear"));
-        b->prefs->sessionID = QStringLiteral("-2");
-        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(), b->prefs.get()),
+        b->router->sessionID = QStringLiteral("-2");
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(),
+                                                       b->prefs.get(), *b->router),
                  QString());
-        QCOMPARE(b->prefs->sessionID, QString());
-        QCOMPARE(b->prefs->remoteSessionID, QString());
+        QCOMPARE(b->router->sessionID, QString());
+        QCOMPARE(b->router->remoteSessionID, QString());
         QVERIFY(QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
     }
 
@@ -179,8 +183,8 @@ private slots:
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
         b->prefs->tr064Port = sim.port(QStringLiteral("tr064"));
-        b->prefs->WLANStatus = status;
-        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get());
+        b->router->WLANStatus = status;
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get(), *b->router);
         int soap = 0;
         for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
             soap += v.toObject().value(QStringLiteral("via")).toString() == u"tr064";
@@ -207,11 +211,11 @@ private slots:
         SimulatorProcess sim({QStringLiteral("--scenario"), this->scenario(scenario)});
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
-        const QString page = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        const QString page = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
         QVERIFY2(page.contains(marker), qPrintable(page));
         // With a session the router no longer knows, its login page is the answer.
-        b->prefs->sessionID = QStringLiteral("0123456789abcdef");
-        const QString login = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get());
+        b->router->sessionID = QStringLiteral("0123456789abcdef");
+        const QString login = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
         QVERIFY(login.contains(QStringLiteral("<input type=\"password\"")));
     }
 
@@ -220,12 +224,13 @@ private slots:
         SimulatorProcess sim;
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("wrong"));
-        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
         // The form page of a current router offers no challenge: the sequence ends as "-1".
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
-        QCOMPARE(b->prefs->sessionID, QStringLiteral("-1"));
+        QCOMPARE(b->router->sessionID, QStringLiteral("-1"));
         QCOMPARE(b->session->luaType, 3);
-        QCOMPARE(m_alerts, QStringList{QStringLiteral("The password for the router is wrong.")});
+        QCOMPARE(failure.kind, RouterFailure::Kind::WrongPassword);
+        QCOMPARE(failure.message, QStringLiteral("The password for the router is wrong."));
         QCOMPARE(b->session->userRights, uint(TNSessionRightBase | RightNASNone));
     }
 
@@ -235,14 +240,14 @@ private slots:
                               scenario("{\"users\":[{\"name\":\"fritz1234\",\"password\":\"pw\",\"rights\":{\"Dial\":2,\"App\":2}}]}")});
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("pw"));
-        b->session->currentSessionIDUsePreferences(b->prefs.get());
+        const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
-        QCOMPARE(b->prefs->sessionID.size(), 16);
+        QCOMPARE(b->router->sessionID.size(), 16);
         QCOMPARE(b->session->userRights, uint(TNSessionRightBase | TNSessionRightDialLocal | RightBoxAdminNone
                                              | TNSessionRightPhoneNone | RightNASNone));
         // Reading the TR-064 switch is a Lua query, which needs the administration right.
-        QCOMPARE(m_alerts.size(), 1);
-        QVERIFY(m_alerts[0].contains(QStringLiteral("lacks the right")));
+        QCOMPARE(failure.kind, RouterFailure::Kind::MissingRight);
+        QVERIFY(failure.message.contains(QStringLiteral("lacks the right")));
     }
 };
 

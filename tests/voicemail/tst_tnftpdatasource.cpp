@@ -5,6 +5,7 @@
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
+#include "base/NotificationCenter.h"
 #include "voicemail/TNFTPDatasource.h"
 #include "voicemail/VBFTPConnection.h"
 #include "voicemail/VoicemailLookups.h"
@@ -61,6 +62,7 @@ class TestTNFTPDatasource : public QObject
 {
     Q_OBJECT
 
+    NotificationCenter m_center;
     QTemporaryDir m_root;
     QTemporaryDir m_config;
     std::unique_ptr<FtpServerProcess> m_server;
@@ -120,14 +122,14 @@ private slots:
         for (const QString& f : files)
             writeFile(root.filePath(f), "x");
         FtpServerProcess server(root.path(), QStringLiteral("pw"), false);
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         VBFTPConnection::Settings s;
         s.host = QStringLiteral("127.0.0.1");
         s.port = server.port();
         s.user = QStringLiteral("ftpuser");
         s.password = QStringLiteral("pw");
         QVERIFY(c.connectWithSettings(s, 1));
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         QStringList got = ds.loadFRITZDirectories(c);
         got.sort();
         QCOMPARE(got, found);
@@ -137,7 +139,7 @@ private slots:
     void reloadDeliversOnThisThread()
     {
         FixedMarkers markers;
-        TNFTPDatasource ds(&markers, nullptr);
+        TNFTPDatasource ds(m_center, &markers, nullptr);
         QSignalSpy voicemails(&ds, &TNFTPDatasource::voicemailsLoaded);
         QSignalSpy faxes(&ds, &TNFTPDatasource::faxLoaded);
         ds.reloadVoicemails(prefs());
@@ -157,7 +159,7 @@ private slots:
 
     void newerRunWins()
     {
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         QSignalSpy voicemails(&ds, &TNFTPDatasource::voicemailsLoaded);
         auto first = prefs();
         first->loadVoicemails = {0, 0, 0};
@@ -171,7 +173,7 @@ private slots:
 
     void failureOfAnOlderRunIsDropped()
     {
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         QSignalSpy failed(&ds, &TNFTPDatasource::loadingFailed);
         QSignalSpy faxes(&ds, &TNFTPDatasource::faxLoaded);
         auto unreachable = prefs();
@@ -218,7 +220,7 @@ private slots:
         QFETCH(int, newAfter);
         StoredMarkers markers;
         markers.voicemail = markers.fax = marker;
-        TNFTPDatasource ds(&markers, nullptr);
+        TNFTPDatasource ds(m_center, &markers, nullptr);
         QList<VoicemailEntry> voicemails;
         QList<FaxEntry> faxes;
         for (int day = 4; day >= 1; --day) {
@@ -274,7 +276,7 @@ private slots:
             emptyServer = std::make_unique<FtpServerProcess>(m_root.filePath(root), QStringLiteral("pw"), false);
             p->ftpPort = emptyServer->port();
         }
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         QSignalSpy failed(&ds, &TNFTPDatasource::loadingFailed);
         QSignalSpy voicemails(&ds, &TNFTPDatasource::voicemailsLoaded);
         ds.reloadVoicemails(p);

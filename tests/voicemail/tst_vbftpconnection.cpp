@@ -22,6 +22,7 @@ class TestVBFTPConnection : public QObject
 {
     Q_OBJECT
 
+    NotificationCenter m_center;
     QTemporaryDir m_root;
     std::unique_ptr<FtpServerProcess> m_server;
 
@@ -76,7 +77,7 @@ private slots:
         QFETCH(QString, path);
         QFETCH(QString, mask);
         QFETCH(QStringList, expected);
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         QVERIFY(c.connectWithSettings(settings(), 1));
         QStringList got = c.directoryListingForPath(path, mask);
         got.sort();
@@ -86,7 +87,7 @@ private slots:
 
     void searchPath()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         QVERIFY(c.connectWithSettings(settings(), 1));
         QCOMPARE(c.searchPath(QStringLiteral("Stick/"), QStringLiteral("FRITZ")), QStringLiteral("Stick/FRITZ/"));
         QCOMPARE(c.searchPath(QStringLiteral("Stick/My Music/"), QStringLiteral("FRITZ")), QString());
@@ -95,7 +96,7 @@ private slots:
 
     void readUploadRenameDelete()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         QVERIFY(c.connectWithSettings(settings(), 7));
         QCOMPARE(c.connID(), 7);
         QCOMPARE(c.dataForFile(QStringLiteral("Stick/FRITZ/voicebox/meta0")), QByteArray(348, 'm'));
@@ -152,7 +153,7 @@ private slots:
             FtpServerProcess gone(m_root.path(), QStringLiteral("pw"), false);
             s.port = gone.port();
         }
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         QVERIFY(!c.connectWithSettings(s, 1));
         QVERIFY(!c.isConnected());
         QCOMPARE(int(c.lastError().kind), kind);
@@ -194,7 +195,7 @@ private slots:
         st.port = server.serverPort();
         st.tls = tls;
         st.timeoutSeconds = 2;
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         bool done = false, ok = true;
         std::thread worker([&] {
             ok = c.connectWithSettings(st, 1);
@@ -208,7 +209,7 @@ private slots:
 
     void stopNotificationCancelsTransfer()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         QVERIFY(c.connectWithSettings(settings(), 1));
         const QString local = m_root.filePath(QStringLiteral("big.out"));
         bool ok = true;
@@ -217,7 +218,7 @@ private slots:
         // About a minute at the throttled rate; the notification stops it within moments.
         std::thread worker([&] { ok = c.downloadFile(QStringLiteral("big.bin"), local); });
         QTest::qWait(500);
-        NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
+        m_center.post(Notifications::STOPFTPTRANSFER);
         worker.join();
         QVERIFY(!ok);
         QCOMPARE(c.lastError().kind, FTPError::Kind::Cancelled);

@@ -1,5 +1,6 @@
 #include "MetaFileBuilder.h"
 
+#include "base/NotificationCenter.h"
 #include "voicemail/TNFTPDatasource.h"
 #include "voicemail/VoicemailEntries.h"
 #include "voicemail/VoicemailIndex.h"
@@ -61,6 +62,8 @@ const QString kPath = QStringLiteral("USB/FRITZ/voicebox/meta0");
 class TestVoicemailIndex : public QObject
 {
     Q_OBJECT
+
+    NotificationCenter m_center;
 private slots:
     void recordsAlignedToTheEnd_data()
     {
@@ -83,7 +86,7 @@ private slots:
     {
         const QByteArray file = metaFile({rec("111", "rec.0.000"), rec("222", "rec.0.001")}, false, 4);
         QCOMPARE(file.size(), 700);
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const auto entries = ds.readMetaData(file, kPath);
         QCOMPARE(recFiles(entries), (QStringList{QStringLiteral("rec.0.001"), QStringLiteral("rec.0.000")}));
         QCOMPARE(entries.at(1).PhoneNumber, QStringLiteral("111"));
@@ -103,7 +106,7 @@ private slots:
         QFETCH(quint32, duration);
         QFETCH(QString, shown);
         const QList<MetaRecord> records{rec("0301234567", "rec.0.000", duration, 3), rec("", "rec.0.001", 7, 4)};
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const auto big = ds.readMetaData(metaFile(records, false), kPath);
         const auto little = ds.readMetaData(metaFile(records, true), kPath);
         QCOMPARE(big.size(), 2);
@@ -117,7 +120,7 @@ private slots:
     {
         QByteArray file = metaFile({rec("1", "rec.0.000", 125)}, false);
         file[3] = 0x5B; // neither 00 00 01 5C nor 5C 01 00 00
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const auto entries = ds.readMetaData(file, kPath);
         QCOMPARE(entries.size(), 1);
         QCOMPARE(entries.at(0).CallDuration, QStringLiteral("0:00"));
@@ -129,9 +132,9 @@ private slots:
         MetaRecord r = rec("0301234567", "rec.0.007", 65, 13);
         r.hour = 10;
         r.minute = 30;
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         MapLookup names;
-        TNFTPDatasource named(nullptr, &names);
+        TNFTPDatasource named(m_center, nullptr, &names);
         const auto plain = ds.readMetaData(metaFile({r}, true), kPath);
         const auto withName = named.readMetaData(metaFile({r}, true), kPath);
         const VoicemailEntry& e = withName.at(0);
@@ -174,7 +177,7 @@ private slots:
         QFETCH(int, counted);
         const QByteArray file =
             metaFile({rec("1", "rec.0.000"), rec("2", "tmp.0.001"), rec("3", "rec.0.002"), rec("4", "rec.0.003")}, false);
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         ds.loadNumberOfVoicemails = limit;
         QCOMPARE(recFiles(ds.readMetaData(file, kPath)), listed);
         QCOMPARE(ds.totalVoicemailCounter, counted);
@@ -183,7 +186,7 @@ private slots:
     void garbageNeverCrashes()
     {
         // Truncated, shifted and random index files: parse whatever is there, never read outside.
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const QByteArray good = metaFile({rec("1", "rec.0.000"), rec("2", "rec.0.001")}, true);
         quint32 seed = 12345;
         for (int round = 0; round < 500; ++round) {
@@ -221,7 +224,7 @@ private slots:
         const QByteArray rewritten = TNFTPDatasource::deleteVoicemailsInMetaData(deleted, file);
         QCOMPARE(rewritten.size(), 4 + 348 * remaining.size());
         QCOMPARE(rewritten.left(4), file.left(4));
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const auto before = ds.readMetaData(file, kPath);
         const auto after = ds.readMetaData(rewritten, kPath);
         QCOMPARE(recFiles(after), remaining);
@@ -266,7 +269,7 @@ private slots:
         QFETCH(QDateTime, stamp);
         QFETCH(QString, contactName);
         MapLookup names;
-        TNFTPDatasource ds(nullptr, &names);
+        TNFTPDatasource ds(m_center, nullptr, &names);
         const FaxEntry e = ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/") + name);
         QCOMPARE(e.PhoneNumber, number);
         QCOMPARE(e.CallTime, time);
@@ -289,7 +292,7 @@ private slots:
         QFETCH(QString, sortBy);
         QFETCH(QStringList, titles);
         MapLookup names;
-        TNFTPDatasource ds(nullptr, &names);
+        TNFTPDatasource ds(m_center, nullptr, &names);
         ds.sortBy = sortBy;
         MetaRecord anonymous = rec("", "rec.0.001");
         anonymous.calledLine.clear();
@@ -306,7 +309,7 @@ private slots:
 
     void faxGroupedByDate()
     {
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         const QList<FaxEntry> faxes{ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/13.11.26_10.30_Telefax.0301.pdf")),
                                     ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/x.pdf"))};
         const QVariantList grouped = ds.preprocessFax(faxes);
@@ -328,7 +331,7 @@ private slots:
         QFETCH(int, newFax);
         FixedMarkers markers;
         markers.fax = marker;
-        TNFTPDatasource ds(&markers, nullptr);
+        TNFTPDatasource ds(m_center, &markers, nullptr);
         const QList<FaxEntry> faxes{ds.preprocessFaxFile(QStringLiteral("F/faxbox/01.01.26_10.00_Telefax.1.pdf")),
                                     ds.preprocessFaxFile(QStringLiteral("F/faxbox/02.07.26_10.00_Telefax.2.pdf")),
                                     ds.preprocessFaxFile(QStringLiteral("F/faxbox/03.12.26_10.00_Telefax.3.pdf"))};
@@ -341,7 +344,7 @@ private slots:
 
     void olderRunIsDropped()
     {
-        TNFTPDatasource ds(nullptr, nullptr);
+        TNFTPDatasource ds(m_center, nullptr, nullptr);
         QSignalSpy loaded(&ds, &TNFTPDatasource::voicemailsLoaded);
         const auto fresh = ds.readMetaData(metaFile({rec("1", "rec.0.000"), rec("2", "rec.0.001")}, false), kPath);
         const auto stale = ds.readMetaData(metaFile({rec("9", "rec.0.009")}, false), kPath);

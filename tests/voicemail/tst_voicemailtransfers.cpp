@@ -5,6 +5,7 @@
 #include "MetaFileBuilder.h"
 #include "SpeexTone.h"
 
+#include "base/NotificationCenter.h"
 #include "voicemail/VoicemailTransfers.h"
 
 #include <QFile>
@@ -42,6 +43,8 @@ const QString kFax = QStringLiteral("A/FRITZ/faxbox/01.04.26_10.00_Telefax.0302.
 class TestVoicemailTransfers : public QObject
 {
     Q_OBJECT
+
+    NotificationCenter m_center;
 
     QTemporaryDir m_root;
     QTemporaryDir m_cache;
@@ -91,7 +94,7 @@ private slots:
         QFETCH(QString, folder);
         QFETCH(QString, recFile);
         QFETCH(int, frequency);
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         // The other volume's message of the same name is in the cache already.
         const QString other = folder == kBoxA ? kBoxB : kBoxA;
         QVERIFY(VoicemailTransfers::fetchVoicemail(c, settings(), entry(other, QStringLiteral("rec.0.000")), m_cache.path()).ok());
@@ -111,7 +114,7 @@ private slots:
 
     void aReusedNameIsFetchedAfresh()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         const VoicemailEntry e = entry(kBoxA, QStringLiteral("rec.0.000"));
         QVERIFY(VoicemailTransfers::fetchVoicemail(c, settings(), e, m_cache.path()).ok());
         // The router deleted the message and recorded a new one under its name.
@@ -126,7 +129,7 @@ private slots:
 
     void fetchedFaxIsTheRoutersFile()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         FaxEntry fax;
         fax.PATH = kFax;
         const auto outcome = VoicemailTransfers::fetchFax(c, settings(), fax, m_cache.path());
@@ -161,7 +164,7 @@ private slots:
         VBFTPConnection::Settings s = settings(password);
         if (unreachable)
             s.port = 1;
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         const auto outcome = VoicemailTransfers::fetchVoicemail(c, s, entry(kBoxA, recFile), m_cache.path());
         QVERIFY(!outcome.ok());
         QCOMPARE(outcome.kind, kind);
@@ -173,7 +176,7 @@ private slots:
 
     void deletingRemovesFilesAndRecords()
     {
-        VBFTPConnection c;
+        VBFTPConnection c(m_center);
         const QByteArray oldMeta = readFile(m_root.filePath(kBoxA + QStringLiteral("meta0")));
         auto outcome = VoicemailTransfers::deleteVoicemails(c, settings(), {entry(kBoxA, QStringLiteral("rec.0.000"))});
         QVERIFY2(outcome.ok(), qPrintable(outcome.error));

@@ -99,13 +99,15 @@ void CallsCommand::setupImportExport(CLI::App& calls, CliContext& ctx)
 void CallsCommand::importJournal(CliContext& ctx)
 {
     const QString path = str(m_importFile);
-    const auto prefs = path.isEmpty() ? BoxCli::prepare(ctx) : ctx.targetLocation();
+    const BoxCli::Target target =
+        path.isEmpty() ? BoxCli::prepare(ctx) : BoxCli::Target{ctx.targetLocation(), nullptr};
+    const auto& prefs = target.prefs;
     cliCallinglist(ctx);
     CallListSync& sync = *ctx.environment().callListSync();
     if (!path.isEmpty() && !QFileInfo(path).isFile())
         throw CliError(1, QStringLiteral("no journal file %1").arg(path));
     if (path.isEmpty())
-        BoxCli::ensureSession(*prefs);
+        BoxCli::ensureSession(target);
     ProgressBar bar(ctx.err());
     QMetaObject::Connection progress;
     if (!path.isEmpty())
@@ -115,7 +117,8 @@ void CallsCommand::importJournal(CliContext& ctx)
     const CallListSyncResult r = path.isEmpty() ? sync.runRouterImport(prefs) : sync.runFileImport(path, prefs);
     QObject::disconnect(progress);
     if (r.imported < 0 && path.isEmpty())
-        throw CliError(1, QStringLiteral("%1: %2").arg(r.error, BoxCli::failureText(*prefs)));
+        throw CliError(1, QStringLiteral("the router's journal could not be read: %1")
+                              .arg(BoxCli::failureText(target, r.failure)));
     if (r.imported < 0)
         throw CliError(1, r.error);
     if (ctx.json) {

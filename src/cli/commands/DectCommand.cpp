@@ -15,7 +15,9 @@ void DectCommand::setup(CLI::App& app, CliContext& ctx)
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
             const QString word = m_state == "on" ? QStringLiteral("DECTon") : QStringLiteral("DECToff");
-            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetDECTStatus(prefs.get(), word), *prefs);
+            RouterFailure failure;
+            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetDECTStatus(prefs.get(), prefs.router(), word, &failure), failure,
+                                prefs);
             ctx.out() << "DECT " << QString::fromStdString(m_state) << "\n";
         };
     });

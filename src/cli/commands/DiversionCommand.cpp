@@ -15,9 +15,11 @@ void DiversionCommand::setup(CLI::App& app, CliContext& ctx)
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
             const bool on = m_state == "on";
+            RouterFailure failure;
             BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(on ? QStringLiteral("CALLon") : QStringLiteral("CALLoff"),
-                                                                      QString(), QString(), prefs.get()),
-                                *prefs);
+                                                                      QString(), QString(), prefs.get(), prefs.router(),
+                                                                      &failure),
+                                failure, prefs);
             ctx.out() << "diversion " << (on ? "on" : "off") << "\n";
         };
     });

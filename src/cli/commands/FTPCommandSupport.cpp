@@ -4,6 +4,7 @@
 
 #include "app/AppEnvironment.h"
 #include "app/ServiceAdapters.h"
+#include "base/NotificationCenter.h"
 #include "base/TNPreferences.h"
 
 #include <QDateTime>
@@ -11,7 +12,9 @@
 
 FTPCommandSession::FTPCommandSession(CliContext& context)
     : ctx(context)
-    , datasource(context.environment().voicemailMarkers(), &context.environment().callerNames())
+    , connection(NotificationCenter::defaultCenter())
+    , datasource(NotificationCenter::defaultCenter(), context.environment().voicemailMarkers(),
+                 &context.environment().callerNames())
 {
     auto prefs = ctx.targetLocation();
     loadFlags = prefs->loadVoicemails;

@@ -15,8 +15,10 @@ void HangupCommand::setup(CLI::App& app, CliContext& ctx)
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
             const QString port = QString::fromStdString(m_port);
-            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(QStringLiteral("cancelCall"), QString(), port, prefs.get()),
-                                *prefs);
+            RouterFailure failure;
+            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(QStringLiteral("cancelCall"), QString(), port,
+                                                                      prefs.get(), prefs.router(), &failure),
+                                failure, prefs);
             ctx.out() << "hung up\n";
         };
     });

@@ -4,6 +4,7 @@
 #include "CliContext.h"
 
 #include "base/TNPreferences.h"
+#include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
 
 void LoginCommand::setup(CLI::App& app, CliContext& ctx)
@@ -12,12 +13,12 @@ void LoginCommand::setup(CLI::App& app, CliContext& ctx)
     cmd->callback([&ctx] {
         ctx.action = [&ctx] {
             auto prefs = BoxCli::prepare(ctx);
-            BoxCli::ensureSession(*prefs);
-            TNSessionManager& session = TNSessionManager::forPreferences(*prefs);
-            const QString sid = prefs->remoteAccess ? prefs->remoteSessionID : prefs->sessionID;
+            BoxCli::ensureSession(prefs);
+            TNSessionManager& session = prefs.router().sessionManager();
+            const QString sid = prefs->remoteAccess ? prefs.router().remoteSessionID : prefs.router().sessionID;
             const QString kind = sid == u"-1" ? QStringLiteral("none (the router needs no login)")
                                               : QStringLiteral("session");
-            const QString flavour = prefs->useLUA ? QStringLiteral("lua") : QStringLiteral("form");
+            const QString flavour = prefs.router().useLUA ? QStringLiteral("lua") : QStringLiteral("form");
             const QString rights = TNSessionRights::debugUserRight(session.userRights).trimmed();
             if (ctx.json) {
                 ctx.printJson(QVariantMap{{QStringLiteral("result"), TNSessionRights::sessionResultName(session.sessionResult)},

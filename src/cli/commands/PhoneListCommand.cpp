@@ -54,15 +54,16 @@ void PhoneListCommand::setup(CLI::App& app, CliContext& ctx)
     refresh->callback([this, &ctx, print] {
         ctx.action = [this, &ctx, print] {
             auto prefs = BoxCli::prepare(ctx);
-            BoxCli::ensureSession(*prefs);
+            BoxCli::ensureSession(prefs);
             QVariantList& list = listOf(*prefs, m_kind);
             QVariantList merged;
             if (m_kind == Kind::Extensions)
-                merged = FBBoxPhoneHelper::getExtensionsFromBoxAndMerge(FBBoxPhoneHelper::convertIntoNewExtensions(list), prefs.get());
+                merged = FBBoxPhoneHelper::getExtensionsFromBoxAndMerge(FBBoxPhoneHelper::convertIntoNewExtensions(list), prefs.get(),
+                                                                       prefs.router());
             else if (m_kind == Kind::Lines)
-                merged = FBBoxPhoneHelper::getLinesFromBoxAndMerge(list, prefs.get());
+                merged = FBBoxPhoneHelper::getLinesFromBoxAndMerge(list, prefs.get(), prefs.router());
             else
-                merged = FBBoxPhoneHelper::getFaxLinesFromBoxAndMerge(list, prefs.get());
+                merged = FBBoxPhoneHelper::getFaxLinesFromBoxAndMerge(list, prefs.get(), prefs.router());
             if (merged.isEmpty() && m_kind == Kind::Extensions)
                 throw CliError(1, QStringLiteral("the router did not report its extensions"));
             list = merged;

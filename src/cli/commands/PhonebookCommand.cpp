@@ -63,7 +63,7 @@ void PhonebookCommand::show(CliContext& ctx)
     auto prefs = BoxCli::prepare(ctx);
     QVector<BoxPhonebook> books;
     QString why;
-    if (!FBPhonebookBox::loadPhoneBook(*prefs, &books, &why))
+    if (!FBPhonebookBox::loadPhoneBook(*prefs, prefs.router(), &books, &why))
         throw CliError(1, why);
     if (ctx.json) {
         QVariantList rows;
@@ -104,7 +104,7 @@ void PhonebookCommand::add(CliContext& ctx)
 
     auto prefs = BoxCli::prepare(ctx);
     QString why;
-    if (!FBPhonebookBox::addContact(*prefs, entry, &why))
+    if (!FBPhonebookBox::addContact(*prefs, prefs.router(), entry, &why))
         throw CliError(1, why);
     if (ctx.json)
         ctx.printJson(QVariantMap{{QStringLiteral("added"), entry.name}});
@@ -126,7 +126,7 @@ void PhonebookCommand::exportGroup(CliContext& ctx)
     const QString xml = adressbooksearch::peoplesForGroupWithFormat(group, prefs->contactFormat, book.get(),
                                                                     Prefixis(prefs->prefixis));
     QString why;
-    if (!FBPhonebookBox::replacePhoneBook(*prefs, xml, &why))
+    if (!FBPhonebookBox::replacePhoneBook(*prefs, prefs.router(), xml, &why))
         throw CliError(1, why);
     const int contacts = int(xml.count(QStringLiteral("<contact>")));
     if (ctx.json)

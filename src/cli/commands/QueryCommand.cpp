@@ -13,11 +13,11 @@ void QueryCommand::setup(CLI::App& app, CliContext& ctx)
     cmd->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
-            BoxCli::ensureSession(*prefs);
+            BoxCli::ensureSession(prefs);
             QStringList names;
             for (const auto& n : m_names)
                 names << QString::fromStdString(n);
-            const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get());
+            const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get(), prefs.router());
             if (values.isEmpty())
                 throw CliError(1, QStringLiteral("the router's answer did not fit the %1 names asked").arg(names.size()));
             if (ctx.json) {

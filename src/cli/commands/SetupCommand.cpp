@@ -6,7 +6,7 @@
 #include "base/TNPreferencesManager.h"
 #include "assistant/TNAssistantDatasource.h"
 #include "assistant/TNAssistantSaver.h"
-#include "box/FBApplicationHelper.h"
+#include "box/RouterSessions.h"
 
 void SetupCommand::setup(CLI::App& app, CliContext& ctx)
 {
@@ -25,8 +25,7 @@ void SetupCommand::setup(CLI::App& app, CliContext& ctx)
             data.pass = ctx.readSecretLine();
             data.name = QString::fromStdString(m_name);
 
-            FBApplicationHelper::setAlertPresenter({});
-            TNAssistantDatasource source(ctx.settings(), ctx.secrets());
+            TNAssistantDatasource source(ctx.settings(), ctx.secrets(), ctx.environment().routerSessions());
             if (source.assistantDataForHost(&data) != AssistantRules::ReadOutcome::Ok)
                 throw CliError(1, source.errorMessage());
             TNAssistantSaver saver(ctx.manager(), NotificationCenter::defaultCenter());

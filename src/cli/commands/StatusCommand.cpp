@@ -5,6 +5,7 @@
 
 #include "base/TNPreferences.h"
 #include "box/FBBoxSystemHelper.h"
+#include "box/RouterSession.h"
 
 namespace {
 QString wlanText(int status)
@@ -28,29 +29,30 @@ void StatusCommand::setup(CLI::App& app, CliContext& ctx)
     cmd->callback([&ctx] {
         ctx.action = [&ctx] {
             auto prefs = BoxCli::prepare(ctx);
-            BoxCli::ensureSession(*prefs);
-            FBBoxSystemHelper::threadcheckWLANStatus(prefs.get());
-            if (prefs->WLANStatus == 2)
+            BoxCli::ensureSession(prefs);
+            RouterSession& session = prefs.router();
+            FBBoxSystemHelper::threadcheckWLANStatus(prefs.get(), session);
+            if (session.WLANStatus == 2)
                 throw CliError(1, QStringLiteral("the router did not report its WLAN and DECT state"));
-            const QVariantMap def = FBBoxSystemHelper::configDefinitionsForPreferences(prefs.get());
+            const QVariantMap def = FBBoxSystemHelper::configDefinitionsForPreferences(prefs.get(), session);
             const QString model = def.value(QStringLiteral("Name"), def.value(QStringLiteral("ProduktName"))).toString();
             const QString firmware = def.value(QStringLiteral("Version"), def.value(QStringLiteral("FirmwareVersion"))).toString();
             const QString language = prefs->boxLanguage.isEmpty()
-                                         ? FBBoxSystemHelper::requestBoxLanguageUsePreferences(prefs.get())
+                                         ? FBBoxSystemHelper::requestBoxLanguageUsePreferences(prefs.get(), session)
                                          : prefs->boxLanguage;
             if (ctx.json) {
-                ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), prefs->WLANStatus},
-                                          {QStringLiteral("DECTStatus"), prefs->DECTStatus},
-                                          {QStringLiteral("wlanSSID"), prefs->wlanSSID},
-                                          {QStringLiteral("wlanSSID_scnd"), prefs->wlanSSID_scnd},
+                ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), session.WLANStatus},
+                                          {QStringLiteral("DECTStatus"), session.DECTStatus},
+                                          {QStringLiteral("wlanSSID"), session.wlanSSID},
+                                          {QStringLiteral("wlanSSID_scnd"), session.wlanSSID_scnd},
                                           {QStringLiteral("model"), model},
                                           {QStringLiteral("firmware"), firmware},
                                           {QStringLiteral("language"), language}});
                 return;
             }
-            ctx.out() << "WLAN: " << wlanText(prefs->WLANStatus) << "\n"
-                      << "WLAN names: " << prefs->wlanSSID << " / " << prefs->wlanSSID_scnd << "\n"
-                      << "DECT: " << dectText(prefs->DECTStatus) << "\n"
+            ctx.out() << "WLAN: " << wlanText(session.WLANStatus) << "\n"
+                      << "WLAN names: " << session.wlanSSID << " / " << session.wlanSSID_scnd << "\n"
+                      << "DECT: " << dectText(session.DECTStatus) << "\n"
                       << "model: " << QStringLiteral("%1 (%2)").arg(model, firmware) << "\n"
                       << "language: " << language << "\n";
         };

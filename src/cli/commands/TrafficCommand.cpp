@@ -30,7 +30,7 @@ void TrafficCommand::setup(CLI::App& app, CliContext& ctx)
             // No login check first: a router that does not answer gives records of zeros.
             // Each sample logs in again when the session ran out or the router came back.
             TrafficSampler sampler(ctx.settings(), [prefs](const QStringList& variables) {
-                return FBBoxConnectionHelper::queryWithSession(variables, prefs.get());
+                return FBBoxConnectionHelper::queryWithSession(variables, prefs.get(), prefs.router());
             });
             QEventLoop loop;
             int seen = 0;

@@ -6,6 +6,7 @@
 #include "base/TNPreferences.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBBoxSystemHelper.h"
+#include "box/RouterSession.h"
 
 void WlanCommand::setup(CLI::App& app, CliContext& ctx)
 {
@@ -14,16 +15,18 @@ void WlanCommand::setup(CLI::App& app, CliContext& ctx)
     cmd->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
-            BoxCli::ensureSession(*prefs);
+            BoxCli::ensureSession(prefs);
             // Read the radios first: the Lua form of on/off depends on whether a second radio exists.
-            FBBoxSystemHelper::threadcheckWLANStatus(prefs.get());
+            FBBoxSystemHelper::threadcheckWLANStatus(prefs.get(), prefs.router());
             const QString word = QStringLiteral("WLAN") + QString::fromStdString(m_state);
-            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetWLANStatus(prefs.get(), word), *prefs);
+            RouterFailure failure;
+            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetWLANStatus(prefs.get(), prefs.router(), word, &failure), failure,
+                                prefs);
             if (ctx.json) {
-                ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), prefs->WLANStatus}});
+                ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), prefs.router().WLANStatus}});
                 return;
             }
-            ctx.out() << "WLAN status " << prefs->WLANStatus << "\n";
+            ctx.out() << "WLAN status " << prefs.router().WLANStatus << "\n";
         };
     });
 }

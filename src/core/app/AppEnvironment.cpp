@@ -8,6 +8,10 @@
 #include "base/NotificationNames.h"
 #include "app/CallListSync.h"
 #include "app/ServiceAdapters.h"
+#include "base/NotificationCenter.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
+#include "calllist/JournalDownload.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"
 #include "contacts/VCardAddressBook.h"
@@ -68,6 +72,8 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
     }
     TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
+    m_routerSessions =
+        std::make_unique<RouterSessions>(m_center, Clock::system(), m_manager.get());
 
     if (m_callinglist) {
         m_callerCache = std::make_unique<DatabaseCallerCache>(*m_callinglist);
@@ -83,6 +89,12 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
                                                         [contacts] { return contacts->addressBook(); });
         // Changed badge settings change the badge.
         CallListSync* sync = m_callListSync.get();
+        // The journal comes over the location's own router session.
+        sync->setDownload([sessions = m_routerSessions.get()](const std::shared_ptr<TNPreferences>& prefs,
+                                                              const QString& cancel, RouterFailure* failure) {
+            return prefs ? JournalLoading::downloadFromRouter(prefs, *sessions->forLocation(*prefs), cancel, failure)
+                         : QString();
+        });
         m_center.addObserver(sync, Notifications::ACTIVATESETTINGS,
                                                         [sync](const Notification&) { sync->refreshBadge(); });
     }

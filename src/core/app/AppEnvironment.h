@@ -12,6 +12,7 @@ class SecretStore;
 class TNPreferencesManager;
 class TNCallinglist;
 class CallListSync;
+class RouterSessions;
 class ContactsServices;
 class DatabaseCallerCache;
 class DatabaseVoicemailMarkers;
@@ -39,6 +40,8 @@ public:
     SettingsStore& settings() const { return *m_settings; }
     SecretStore& secrets() const { return *m_secrets; }
     TNPreferencesManager& manager() const { return *m_manager; }
+    // The live router session of each location.
+    RouterSessions& routerSessions() const { return *m_routerSessions; }
     // Null when the call database cannot be opened.
     TNCallinglist* callinglist() const { return m_callinglist.get(); }
     ContactsServices& contacts() const { return *m_contacts; }
@@ -58,6 +61,7 @@ private:
     std::unique_ptr<SecretStore> m_secrets;
     std::unique_ptr<TNCallinglist> m_callinglist;
     std::unique_ptr<TNPreferencesManager> m_manager;
+    std::unique_ptr<RouterSessions> m_routerSessions;
     std::unique_ptr<DatabaseCallerCache> m_callerCache;
     std::unique_ptr<DatabaseVoicemailMarkers> m_voicemailMarkers;
     std::unique_ptr<ContactsServices> m_contacts;

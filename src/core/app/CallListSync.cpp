@@ -4,7 +4,6 @@
 #include "base/TNPreferences.h"
 #include "base/TNPreferencesManager.h"
 #include "calllist/JournalBadge.h"
-#include "calllist/JournalDownload.h"
 #include "calllist/JournalImporter.h"
 #include "calllist/TNCallinglist.h"
 
@@ -13,7 +12,7 @@
 CallListSync::CallListSync(TNCallinglist& calls, TNPreferencesManager& manager, SettingsStore& settings,
                            BookSource book, Clock* clock, QObject* parent)
     : QObject(parent), m_calls(calls), m_manager(manager), m_settings(settings), m_book(std::move(book)),
-      m_clock(clock), m_download(&JournalLoading::downloadFromRouter)
+      m_clock(clock)
 {
     qRegisterMetaType<CallListSyncResult>();
     m_worker.setMaxThreadCount(1);
@@ -122,8 +121,8 @@ CallListSyncResult CallListSync::run(const Request& request)
             QMutexLocker lock(&m_mutex);
             download = m_download;
         }
-        importer.setDownloader([download, prefs = request.prefs](const QString& cancel) {
-            return download ? download(prefs, cancel) : QString();
+        importer.setDownloader([download, prefs = request.prefs, &result](const QString& cancel) {
+            return download ? download(prefs, cancel, &result.failure) : QString();
         });
     }
     importer.setProgress([this](qsizetype done, qsizetype total) { emit progress(done, total); });
@@ -135,7 +134,9 @@ CallListSyncResult CallListSync::run(const Request& request)
     result.stoppedEarly = r.stoppedEarly;
     result.newCalls = m_calls.getNewCallsCounterFromListForProfile(profile);
     if (r.result < 0) {
-        result.error = result.download ? QStringLiteral("the router's journal could not be read")
+        result.error = result.download ? QStringLiteral("the router's journal could not be read%1")
+                                             .arg(result.failure ? QStringLiteral(": ") + result.failure.message
+                                                                 : QString())
                        : QFileInfo(request.path).isReadable()
                            ? QStringLiteral("%1 is not a call journal").arg(request.path)
                            : QStringLiteral("cannot read %1").arg(request.path);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "box/RouterFailure.h"
+
 #include <QMetaType>
 #include <QMutex>
 #include <QObject>
@@ -27,7 +29,8 @@ struct CallListSyncResult
     int badLines = 0;
     int duplicates = 0;
     bool stoppedEarly = false;
-    QString error; // empty on success
+    QString error;         // empty on success
+    RouterFailure failure; // why a download failed, when the router said
     QString badge; // the status item's title after this import
 };
 Q_DECLARE_METATYPE(CallListSyncResult)
@@ -40,8 +43,8 @@ class CallListSync : public QObject
     Q_OBJECT
 public:
     // Fetches the journal of a location; the router may stop once the cancel string went by.
-    using Download =
-        std::function<QString(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString)>;
+    using Download = std::function<QString(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString,
+                                           RouterFailure* failure)>;
     // The address book to name new callers; may return null.
     using BookSource = std::function<const AddressBook*()>;
 
@@ -50,7 +53,8 @@ public:
     // Waits for queued imports.
     ~CallListSync() override;
 
-    // Replaces the router download (the box commands by default).
+    // How the router's journal is fetched (the environment gives the box commands over the
+    // location's session); without one, router imports fail.
     void setDownload(Download download);
 
     // Queued on the worker. A router request while one for the same location still waits to

@@ -1,8 +1,6 @@
 #include "assistant/SsdpDiscovery.h"
 
 #include "base/Logging.h"
-#include "base/NotificationCenter.h"
-#include "base/NotificationNames.h"
 
 #include <QNetworkDatagram>
 #include <QRegularExpression>
@@ -101,7 +99,5 @@ void SsdpDiscovery::completeSearch()
     if (m_socket.state() == QAbstractSocket::BoundState)
         readAnswers();
     m_socket.close();
-    NotificationCenter::defaultCenter().post(Notifications::SSDPSEARCHCOMPLETED, this,
-                                             {{QStringLiteral("devices"), m_devices}});
     emit searchCompleted(m_devices);
 }

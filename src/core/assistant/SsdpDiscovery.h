@@ -25,8 +25,8 @@ public:
     bool setTarget(const QString& hostAndPort);
     void setCompletionInterval(int ms) { m_completionMs = ms; }
 
-    // lookupDevices: sends the search; "SSDPSEARCHCOMPLETED" is posted (and searchCompleted
-    // emitted) when the completion interval is over.
+    // lookupDevices: sends the search; searchCompleted is emitted when the completion interval
+    // is over.
     void lookupDevices();
     bool isSearching() const { return m_timer.isActive(); }
 

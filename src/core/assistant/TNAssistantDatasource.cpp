@@ -5,9 +5,10 @@
 #include "base/Localization.h"
 #include "base/Logging.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBNetworkHelper.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
 #include "box/TNSessionManager.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,7 @@ using AssistantRules::ReadOutcome;
 ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* data)
 {
     m_error.clear();
+    m_failure = {};
     auto prefs = std::make_shared<TNPreferences>(m_store, m_secrets);
     prefs->hostName = data->host;
     prefs->webPort = data->webPort;
@@ -27,18 +29,21 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
     prefs->activeProfileInt = -1;
     prefs->activeProfile = QStringLiteral("-1");
 
-    TNSessionManager& session = TNSessionManager::forPreferences(*prefs);
-    session.currentSessionIDUsePreferences(prefs.get());
+    const std::shared_ptr<RouterSession> routerSession = m_sessions.detached();
+    TNSessionManager& session = routerSession->sessionManager();
+    m_failure = session.currentSessionIDUsePreferences(prefs.get());
     QStringList answer;
     if (session.sessionResult == TNSessionResultLoggedIn)
-        answer = FBBoxConnectionHelper::componentsArrayForVariables(AssistantRules::assistantVariables(), prefs.get());
+        answer = FBBoxConnectionHelper::componentsArrayForVariables(AssistantRules::assistantVariables(), prefs.get(),
+                                                                    *routerSession, &m_failure);
     const ReadOutcome outcome =
         AssistantRules::assistantDataFromAnswer(answer, session.sessionResult, session.userRights, data);
     switch (outcome) {
     case ReadOutcome::MissingRights:
         m_error = Localization::localizedFormat(QStringLiteral("missingUserRightsAssistant"),
                                                 QCoreApplication::applicationName());
-        FBApplicationHelper::showAlert(QStringLiteral("Error"), m_error);
+        m_failure = RouterFailure::withText(RouterFailure::Kind::MissingRight,
+                                            QStringLiteral("missingUserRightsAssistant"), m_error);
         qCWarning(lcAssistant) << "assistant: the user lacks the settings right";
         return outcome;
     case ReadOutcome::NotLoggedIn:
@@ -55,11 +60,11 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
         for (int i = 0; i < data->userSlots; ++i)
             names += AssistantRules::userVariables(i);
         data->users = AssistantRules::usersFromAnswer(
-            FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get()), data->userSlots);
+            FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get(), *routerSession), data->userSlots);
     }
     // The new location starts with the router's own numbers.
-    data->lines = FBBoxPhoneHelper::getLinesFromBoxAndMerge({}, prefs.get());
-    data->faxLines = FBBoxPhoneHelper::getFaxLinesFromBoxAndMerge({}, prefs.get());
+    data->lines = FBBoxPhoneHelper::getLinesFromBoxAndMerge({}, prefs.get(), *routerSession);
+    data->faxLines = FBBoxPhoneHelper::getFaxLinesFromBoxAndMerge({}, prefs.get(), *routerSession);
     const QVariantMap home = FBNetworkHelper::getHomeLocationForHost(data->host);
     data->broadcast = home.value(QStringLiteral("Broadcast")).toString();
     data->mac = home.value(QStringLiteral("MAC")).toString();

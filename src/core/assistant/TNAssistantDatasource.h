@@ -1,9 +1,11 @@
 #pragma once
 
 #include "assistant/AssistantRouterData.h"
+#include "box/RouterFailure.h"
 
 #include <QString>
 
+class RouterSessions;
 class SettingsStore;
 class SecretStore;
 
@@ -13,15 +15,23 @@ class SecretStore;
 class TNAssistantDatasource
 {
 public:
-    TNAssistantDatasource(SettingsStore& store, SecretStore& secrets) : m_store(store), m_secrets(secrets) {}
+    // The read runs in a session of its own, made by sessions but kept by no location.
+    TNAssistantDatasource(SettingsStore& store, SecretStore& secrets, RouterSessions& sessions)
+        : m_store(store), m_secrets(secrets), m_sessions(sessions)
+    {
+    }
 
     // assistantDataForHost:forUser:withPass: with data->host, webPort, userName and pass set.
     AssistantRules::ReadOutcome assistantDataForHost(AssistantRouterData* data);
     // The localized reason of the last failure.
     QString errorMessage() const { return m_error; }
+    // What the user is to be shown beyond that line (a refused password, missing rights, ...).
+    RouterFailure failure() const { return m_failure; }
 
 private:
     SettingsStore& m_store;
     SecretStore& m_secrets;
+    RouterSessions& m_sessions;
     QString m_error;
+    RouterFailure m_failure;
 };

@@ -3,20 +3,11 @@
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 
-namespace {
-SettingsStore* resolve(SettingsStore* store)
-{
-    SettingsStore* s = store ? store : SettingsStore::standard();
-    Q_ASSERT_X(s, "methods", "no settings store installed");
-    return s;
-}
-} // namespace
-
 namespace methods {
 
-void setDefaultsForNumber(double number, const QString& key, SettingsStore* store)
+void setDefaultsForNumber(double number, const QString& key, SettingsStore& store)
 {
-    SettingsStore* s = resolve(store);
+    SettingsStore* s = &store;
     // Whole numbers stay integers in the file.
     if (number == static_cast<double>(static_cast<qint64>(number)))
         s->setValue(key, static_cast<qint64>(number));
@@ -25,33 +16,33 @@ void setDefaultsForNumber(double number, const QString& key, SettingsStore* stor
     s->sync();
 }
 
-void setDefaultsForBool(bool value, const QString& key, SettingsStore* store)
+void setDefaultsForBool(bool value, const QString& key, SettingsStore& store)
 {
-    SettingsStore* s = resolve(store);
+    SettingsStore* s = &store;
     s->setValue(key, value);
     s->sync();
 }
 
-void setDefaultsForString(const QString& value, const QString& key, SettingsStore* store)
+void setDefaultsForString(const QString& value, const QString& key, SettingsStore& store)
 {
-    SettingsStore* s = resolve(store);
+    SettingsStore* s = &store;
     s->setValue(key, value);
     s->sync();
 }
 
-QString getDefaultsStringForKey(const QString& key, SettingsStore* store)
+QString getDefaultsStringForKey(const QString& key, SettingsStore& store)
 {
-    return resolve(store)->value(key).toString();
+    return store.value(key).toString();
 }
 
-QVariantList getDefaultsArrayForKey(const QString& key, SettingsStore* store)
+QVariantList getDefaultsArrayForKey(const QString& key, SettingsStore& store)
 {
-    return resolve(store)->value(key).toList();
+    return store.value(key).toList();
 }
 
-double getDefaultsNumberForKey(const QString& key, SettingsStore* store)
+double getDefaultsNumberForKey(const QString& key, SettingsStore& store)
 {
-    const QVariant v = resolve(store)->value(key);
+    const QVariant v = store.value(key);
     if (!v.isValid())
         return -1;
     bool ok = false;
@@ -59,14 +50,14 @@ double getDefaultsNumberForKey(const QString& key, SettingsStore* store)
     return ok ? d : -1;
 }
 
-bool getDefaultsBoolForKey(const QString& key, SettingsStore* store)
+bool getDefaultsBoolForKey(const QString& key, SettingsStore& store)
 {
-    return resolve(store)->value(key, false).toBool();
+    return store.value(key, false).toBool();
 }
 
-void resetUserDefaults(SettingsStore* store)
+void resetUserDefaults(SettingsStore& store)
 {
-    SettingsStore* s = resolve(store);
+    SettingsStore* s = &store;
     s->clear();
     s->sync();
 }

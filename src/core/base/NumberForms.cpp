@@ -10,9 +10,8 @@ Prefixis::Prefixis(const QStringList& list)
 {
 }
 
-Prefixis Prefixis::current()
+Prefixis Prefixis::current(const TNPreferencesManager* manager)
 {
-    TNPreferencesManager* manager = TNPreferencesManager::sharedManager();
     if (!manager)
         return {};
     const auto prefs = manager->currentPreferences();
@@ -56,11 +55,6 @@ QString cleanNumber(const QString& number, const Prefixis& p)
     if (m.size() >= i.size() && !i.isEmpty() && m.startsWith(i))
         m = QStringLiteral("0") + m.mid(i.size());
     return m;
-}
-
-QString cleanNumber(const QString& number)
-{
-    return cleanNumber(number, Prefixis::current());
 }
 
 QString trimString(const QString& text)
@@ -115,11 +109,6 @@ QString standardizePhoneNumber(const QString& number, const Prefixis& p)
     if (!p.country.isEmpty() && m.size() >= p.country.size() && m.startsWith(p.country))
         m = QStringLiteral("0") + m.mid(p.country.size());
     return methods::digitsOnly(m);
-}
-
-QString standardizePhoneNumber(const QString& number)
-{
-    return standardizePhoneNumber(number, Prefixis::current());
 }
 
 } // namespace adressbooksearch

@@ -4,6 +4,8 @@
 #include <QStringList>
 
 // The location's four-part dialling context; a list shorter than four reads as empty strings.
+class TNPreferencesManager;
+
 struct Prefixis
 {
     QString international; // P0, e.g. 00
@@ -17,15 +19,14 @@ struct Prefixis
     QString internationalCountry() const { return international + country; } // P0P1
     QString trunkArea() const { return trunk + area; }                       // P2P3
 
-    // The current location's "Prefixis"; empty when no location is configured.
-    static Prefixis current();
+    // The manager's current location's "Prefixis"; empty without a manager or location.
+    static Prefixis current(const TNPreferencesManager* manager);
 };
 
 namespace methods {
 
 // Separators removed, "+" at the start turned into P0, P0P1 at the start folded to "0".
 QString cleanNumber(const QString& number, const Prefixis& prefixis);
-QString cleanNumber(const QString& number);
 
 // Space and tab and other Unicode space separators trimmed at both ends; line breaks stay.
 QString trimString(const QString& text);
@@ -47,5 +48,4 @@ QString removePrefixWhenLongEnough(const QString& text, const QString& prefix);
 namespace adressbooksearch {
 // Like cleanNumber, then the bare country code folded too, then digits only.
 QString standardizePhoneNumber(const QString& number, const Prefixis& prefixis);
-QString standardizePhoneNumber(const QString& number);
 } // namespace adressbooksearch

@@ -58,22 +58,7 @@ std::shared_ptr<TNPreferences> TNPreferences::initWithDummy(SettingsStore& store
 
 void TNPreferences::resetRuntimeFields()
 {
-    QMutexLocker lock(&m_runtimeMutex);
-    updateTime = 0;
-    sessionID.clear();
-    remoteUpdateTime = 0;
-    remoteSessionID.clear();
-    loginError = false;
-    WLANStatus = 4;
-    DECTStatus = 4;
-    errorMessageShown = false;
-    switchedLUA = false;
-    wlanSSID.clear();
-    wlanSSID_scnd.clear();
-    useLUA = false;
     keyChainError = false;
-    sessionManager.reset();
-    configDefinition.clear();
     dateFormatString = localeDateTimePattern();
 }
 
@@ -220,12 +205,6 @@ QString TNPreferences::dump() const
     out += QStringLiteral("passWord = %1\n").arg(secret(passWord));
     out += QStringLiteral("remotePassWord = %1\n").arg(secret(remotePassWord));
     out += QStringLiteral("FTPPassWord = %1\n").arg(secret(FTPPassWord));
-    QMutexLocker lock(&m_runtimeMutex);
-    out += QStringLiteral("sessionID = %1\n").arg(secret(sessionID));
-    out += QStringLiteral("remoteSessionID = %1\n").arg(secret(remoteSessionID));
-    out += QStringLiteral("loginError = %1\n").arg(loginError);
-    out += QStringLiteral("WLANStatus = %1\n").arg(WLANStatus);
-    out += QStringLiteral("DECTStatus = %1\n").arg(DECTStatus);
     out += QStringLiteral("keyChainError = %1\n").arg(keyChainError);
     out += QStringLiteral("dateFormatString = %1\n").arg(dateFormatString);
     return out;

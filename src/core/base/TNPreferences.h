@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QMutex>
-#include <QRecursiveMutex>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -12,10 +10,10 @@
 
 class SettingsStore;
 class SecretStore;
-class TNSessionManager;
 
-// The settings of one location (router), loaded from its dictionary under "Locations", with the
-// run-time state of its router session. Fields carry the names other parts know them by.
+// The settings of one location (router), loaded from its dictionary under "Locations", and its
+// passwords. The live router session is a RouterSession. Fields carry the names other parts
+// know them by.
 class TNPreferences
 {
 public:
@@ -93,29 +91,13 @@ public:
     QString remotePassWord;
     QString FTPPassWord;
 
-    // Run-time state, reset on every load, never stored.
-    double updateTime = 0;
-    QString sessionID;
-    double remoteUpdateTime = 0;
-    QString remoteSessionID;
-    bool loginError = false;
-    int WLANStatus = 4;
-    int DECTStatus = 4;
-    bool errorMessageShown = false;
-    bool switchedLUA = false;
-    QString wlanSSID;
-    QString wlanSSID_scnd;
-    bool useLUA = false;
+    // Set on every load, never stored: a password could not be read or written.
     bool keyChainError = false;
-    std::shared_ptr<TNSessionManager> sessionManager;
-    QVariant configDefinition;
+    // The locale's date and time pattern, set on every load.
     QString dateFormatString;
 
     // The location's dictionary as it would be stored now (no passwords).
     QVariantMap toLocationDictionary() const;
-
-    // Guards the run-time session fields against concurrent background work.
-    QRecursiveMutex& runtimeMutex() const { return m_runtimeMutex; }
 
 private:
     void resetRuntimeFields();
@@ -125,5 +107,4 @@ private:
     SettingsStore& m_store;
     SecretStore& m_secrets;
     bool m_dummy = false;
-    mutable QRecursiveMutex m_runtimeMutex;
 };

@@ -46,7 +46,7 @@ void FASOAPConnection::action(const QString& name, const Params& params, const D
     connection.useDigest = true;
     connection.digestUser = QStringLiteral("dslf-config");
     connection.onUnauthorized = [] {};
-    soapResults = connection.startWithRequest(request, true, FBEncoding::Utf8, nullptr);
+    soapResults = connection.startWithRequest(request, true, FBEncoding::Utf8);
     const QVariant response = responseFor(name, soapResults);
     qCDebug(lcBox) << name << "-->" << response.isValid();
     if (delegate)

@@ -1,6 +1,7 @@
 #include "box/FBBoxConnectionHelper.h"
 
 #include "base/TNPreferences.h"
+#include "box/RouterSession.h"
 #include "box/TNAction.h"
 
 #include <QJsonDocument>
@@ -38,24 +39,29 @@ QList<QueryChunk> queryChunks(const QStringList& names, bool useLUA)
     return chunks;
 }
 
-QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs)
+QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs, RouterSession& session,
+                                        RouterFailure* failure)
 {
     if (!prefs || names.isEmpty())
         return {};
-    const bool lua = prefs->useLUA;
+    const auto lua = [&session] {
+        QMutexLocker lock(&session.mutex());
+        return session.useLUA;
+    };
+    const bool luaQuery = lua();
     QStringList result;
-    for (const QueryChunk& chunk : queryChunks(names, lua)) {
-        const QString answer = dialWithAction(QStringLiteral("query"), chunk.query, QString(), prefs);
+    for (const QueryChunk& chunk : queryChunks(names, luaQuery)) {
+        const QString answer = dialWithAction(QStringLiteral("query"), chunk.query, QString(), prefs, session, failure);
         // Each chunk's answer belongs to that chunk's names only.
-        result += componentsArrayForResultString(answer, chunk.names, prefs);
+        result += componentsArrayForResultString(answer, chunk.names, lua());
     }
     return result;
 }
 
-QStringList componentsArrayForResultString(const QString& result, const QStringList& names, TNPreferences* prefs)
+QStringList componentsArrayForResultString(const QString& result, const QStringList& names, bool lua)
 {
     QStringList values;
-    if (prefs && prefs->useLUA) {
+    if (lua) {
         const QJsonDocument doc = QJsonDocument::fromJson(result.toUtf8());
         if (!doc.isObject())
             return {};
@@ -79,11 +85,14 @@ bool validQueryResult(const QString& value)
     return value != u"er" && value != u"err" && value != u"no-emu";
 }
 
-QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs)
+QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
+                       RouterSession& session, RouterFailure* failure)
 {
     TNAction command;
-    const QString answer = command.dialWithAction(action, number, port, prefs);
+    const QString answer = command.dialWithAction(action, number, port, prefs, session);
     command.finish();
+    if (failure)
+        failure->merge(command.failure);
     return answer;
 }
 

@@ -6,13 +6,12 @@
 #include <QStringList>
 #include <QVariantList>
 
+class RouterSession;
 class TNPreferences;
 
 // The router's extensions and lines, and the conversions of older stored forms.
 namespace FBBoxPhoneHelper {
 
-// The same steps as methods::cleanNumber (one implementation); "" for a missing number.
-QString cleanNumber(const QString& number);
 // The names queried for extensions (23), lines (43) and fax lines (10), in order.
 QStringList extensionVariables();
 QStringList lineVariables();
@@ -27,8 +26,8 @@ QVariantList faxLinesFromValues(const QStringList& values);
 QVariantList mergeExtensions(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeLines(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fromBox);
-QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
-QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
-QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs);
+QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
+QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
+QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
 
 } // namespace FBBoxPhoneHelper

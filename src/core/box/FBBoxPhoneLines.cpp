@@ -162,23 +162,23 @@ QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fro
     return result;
 }
 
-QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs)
+QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(extensionVariables(), prefs);
+    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(extensionVariables(), prefs, session);
     if (values.isEmpty())
         return {};
     return mergeExtensions(existing, extensionsFromValues(values));
 }
 
-QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs)
+QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(lineVariables(), prefs);
+    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(lineVariables(), prefs, session);
     return mergeLines(existing, linesFromValues(values));
 }
 
-QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs)
+QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(faxLineVariables(), prefs);
+    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(faxLineVariables(), prefs, session);
     return mergeFaxLines(existing, faxLinesFromValues(values));
 }
 

@@ -2,11 +2,9 @@
 
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
-#include "base/SettingsKeys.h"
 #include "base/TNPreferences.h"
-#include "base/TNPreferencesManager.h"
 #include "box/FBBoxConnectionHelper.h"
-#include "box/FBNetworkHelper.h"
+#include "box/RouterSession.h"
 
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -58,81 +56,76 @@ int expectedWLANStatus(int status, const QString& command)
     return status;
 }
 
-static TNPreferences* orCurrent(TNPreferences* prefs, std::shared_ptr<TNPreferences>* holder)
+void threadcheckWLANStatus(TNPreferences* prefs, RouterSession& session, RouterFailure* failure)
 {
-    if (prefs)
-        return prefs;
-    if (auto* mgr = TNPreferencesManager::sharedManager())
-        *holder = mgr->currentPreferences();
-    return holder->get();
-}
-
-void threadcheckWLANStatus(TNPreferences* given)
-{
-    std::shared_ptr<TNPreferences> holder;
-    TNPreferences* prefs = orCurrent(given, &holder);
     if (!prefs)
         return;
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(statusVariables(), prefs);
+    const QStringList values =
+        FBBoxConnectionHelper::componentsArrayForVariables(statusVariables(), prefs, session, failure);
     {
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->WLANStatus = getWLANStatus(values);
-        prefs->DECTStatus = getDECTStatus(values);
+        QMutexLocker lock(&session.mutex());
+        session.WLANStatus = getWLANStatus(values);
+        session.DECTStatus = getDECTStatus(values);
         // Four values are enough here: a valid answer always carries all five.
         if (values.size() >= 4) {
-            prefs->wlanSSID = values.value(3);
-            prefs->wlanSSID_scnd = values.value(4);
+            session.wlanSSID = values.value(3);
+            session.wlanSSID_scnd = values.value(4);
         }
     }
-    NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
-    NotificationCenter::defaultCenter().post(Notifications::DECTSTATUS);
+    session.notifications().post(Notifications::WLANSTATUS);
+    session.notifications().post(Notifications::DECTSTATUS);
 }
 
-QString threadSetWLANStatus(TNPreferences* prefs, const QString& command)
+QString threadSetWLANStatus(TNPreferences* prefs, RouterSession& session, const QString& command, RouterFailure* failure)
 {
     {
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->WLANStatus = expectedWLANStatus(prefs->WLANStatus, command);
+        QMutexLocker lock(&session.mutex());
+        session.WLANStatus = expectedWLANStatus(session.WLANStatus, command);
     }
-    const QString answer = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), prefs);
-    threadcheckWLANStatus(prefs);
+    const QString answer = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), prefs, session, failure);
+    threadcheckWLANStatus(prefs, session);
     return answer;
 }
 
-QString threadSetDECTStatus(TNPreferences* prefs, const QString& command)
+QString threadSetDECTStatus(TNPreferences* prefs, RouterSession& session, const QString& command, RouterFailure* failure)
 {
     QString value;
     {
-        QMutexLocker lock(&prefs->runtimeMutex());
+        QMutexLocker lock(&session.mutex());
         if (command == u"DECToff") {
-            prefs->DECTStatus = 8;
+            session.DECTStatus = 8;
             value = QStringLiteral("0");
         } else if (command == u"DECTon") {
-            prefs->DECTStatus = 16;
+            session.DECTStatus = 16;
             value = QStringLiteral("1");
         }
     }
-    return FBBoxConnectionHelper::dialWithAction(QStringLiteral("setDECT"), QString(), value, prefs);
+    return FBBoxConnectionHelper::dialWithAction(QStringLiteral("setDECT"), QString(), value, prefs, session, failure);
 }
 
-void getWLANStatusInBackground(TNPreferences* prefs)
+void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, std::shared_ptr<RouterSession> session,
+                               const QString& command, FailureHandler onFailure)
 {
-    QThreadPool::globalInstance()->start([prefs] { threadcheckWLANStatus(prefs); });
+    if (prefs && session)
+        QThreadPool::globalInstance()->start([prefs, session, command, onFailure] {
+            RouterFailure failure;
+            threadSetWLANStatus(prefs.get(), *session, command, &failure);
+            if (failure && onFailure)
+                onFailure(failure);
+        });
 }
 
-void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command)
+void setDECTStatusInBackground(std::shared_ptr<TNPreferences> prefs, std::shared_ptr<RouterSession> session,
+                               const QString& command, FailureHandler onFailure)
 {
-    if (prefs)
-        QThreadPool::globalInstance()->start([prefs, command] { threadSetWLANStatus(prefs.get(), command); });
-}
-
-void setDECTStatusInBackground(std::shared_ptr<TNPreferences> prefs, const QString& command)
-{
-    if (prefs)
-        QThreadPool::globalInstance()->start([prefs, command] {
-            threadSetDECTStatus(prefs.get(), command);
+    if (prefs && session)
+        QThreadPool::globalInstance()->start([prefs, session, command, onFailure] {
+            RouterFailure failure;
+            threadSetDECTStatus(prefs.get(), *session, command, &failure);
             // The switch shows the new state at once; the next status check confirms it.
-            NotificationCenter::defaultCenter().post(Notifications::DECTSTATUS);
+            session->notifications().post(Notifications::DECTSTATUS);
+            if (failure && onFailure)
+                onFailure(failure);
         });
 }
 
@@ -143,29 +136,10 @@ QString languageFromLoginScreen(const QString& page)
     return lang.isEmpty() ? QStringLiteral("de") : lang;
 }
 
-QString requestBoxLanguageUsePreferences(TNPreferences* prefs)
+QString requestBoxLanguageUsePreferences(TNPreferences* prefs, RouterSession& session)
 {
     return languageFromLoginScreen(
-        FBBoxConnectionHelper::dialWithAction(QStringLiteral("loginScreen"), QString(), QString(), prefs));
-}
-
-QString getboxLanguage()
-{
-    std::shared_ptr<TNPreferences> holder;
-    TNPreferences* prefs = orCurrent(nullptr, &holder);
-    return prefs ? prefs->boxLanguage : QString();
-}
-
-void setboxLanguageUsePreferences(TNPreferences* prefs)
-{
-    if (!prefs || !prefs->boxLanguage.isEmpty())
-        return;
-    const QString lang = requestBoxLanguageUsePreferences(prefs);
-    prefs->boxLanguage = lang;
-    if (lang.isEmpty())
-        return;
-    if (auto* mgr = TNPreferencesManager::sharedManager(); mgr && !prefs->uid.isEmpty())
-        mgr->saveLocationValue(lang, keys::BoxLanguage, prefs->uid);
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("loginScreen"), QString(), QString(), prefs, session));
 }
 
 QVariantMap parseConfigDef(const QString& page)
@@ -192,37 +166,43 @@ QVariantMap parseBoxInfo(const QString& page)
     return result;
 }
 
-QVariantMap configXMLDefinitionsForPreferences(TNPreferences* prefs)
+QVariantMap configXMLDefinitionsForPreferences(TNPreferences* prefs, RouterSession& session)
 {
-    const QVariantMap info =
-        parseBoxInfo(FBBoxConnectionHelper::dialWithAction(QStringLiteral("jason_boxinfo"), QString(), QString(), prefs));
+    const QVariantMap info = parseBoxInfo(
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("jason_boxinfo"), QString(), QString(), prefs, session));
     if (!info.isEmpty()) {
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->useLUA = true;
+        QMutexLocker lock(&session.mutex());
+        session.useLUA = true;
     }
     return info;
 }
 
-QVariantMap configDefinitionsForPreferences(TNPreferences* prefs)
+QVariantMap configDefinitionsForPreferences(TNPreferences* prefs, RouterSession& session)
 {
     if (!prefs)
         return {};
+    bool lua = false;
+    {
+        QMutexLocker lock(&session.mutex());
+        lua = session.useLUA;
+    }
     QVariantMap def;
-    if (!prefs->useLUA)
-        def = parseConfigDef(FBBoxConnectionHelper::dialWithAction(QStringLiteral("config.def"), QString(), QString(), prefs));
+    if (!lua)
+        def = parseConfigDef(
+            FBBoxConnectionHelper::dialWithAction(QStringLiteral("config.def"), QString(), QString(), prefs, session));
     if (def.isEmpty())
-        def = configXMLDefinitionsForPreferences(prefs);
+        def = configXMLDefinitionsForPreferences(prefs, session);
     return def;
 }
 
-QVariant boxusersForConfiguration(TNPreferences* prefs)
+QVariant boxusersForConfiguration(TNPreferences* prefs, RouterSession& session)
 {
     const QString answer = FBBoxConnectionHelper::dialWithAction(
         QStringLiteral("userrights"),
         QStringLiteral("?users=boxusers:settings/user/list(UID,id,enabled,is_myself,name,email,password,"
                        "box_admin_rights,nas_rights,phone_rights,dial_rights)"
                        "&compatibility_mode=boxusers:settings/compatibility_mode"),
-        QString(), prefs);
+        QString(), prefs, session);
     return QJsonDocument::fromJson(answer.toUtf8()).toVariant();
 }
 
@@ -244,22 +224,9 @@ QVariantMap rightsForUserInList(const QString& userName, const QVariant& userLis
     return {};
 }
 
-QVariantMap rightsForUser(const QString& userName, TNPreferences* prefs)
+QVariantMap rightsForUser(const QString& userName, TNPreferences* prefs, RouterSession& session)
 {
-    return rightsForUserInList(userName, boxusersForConfiguration(prefs));
-}
-
-void checkNetworkEnvironmentForConfiguration(TNPreferences* prefs)
-{
-    if (!prefs)
-        return;
-    if (!prefs->remoteHostName.isEmpty() && prefs->autoRemoteAccess) {
-        const bool home = FBNetworkHelper::isDeviceInLocalSubnetAndRoutersMACAddressUsePreferences(prefs);
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->remoteAccess = !home;
-    }
-    if (!prefs->configDefinition.isValid() || prefs->configDefinition.toMap().isEmpty())
-        prefs->configDefinition = configDefinitionsForPreferences(prefs);
+    return rightsForUserInList(userName, boxusersForConfiguration(prefs, session));
 }
 
 } // namespace FBBoxSystemHelper

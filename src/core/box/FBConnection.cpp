@@ -5,17 +5,15 @@
 #include "base/SettingsKeys.h"
 #include "base/TNPreferences.h"
 #include "base/TNPreferencesManager.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBCertificatePin.h"
+#include "box/RouterSession.h"
 
 #include <QElapsedTimer>
 #include <QUrl>
 
-#include <atomic>
 #include <curl/curl.h>
 
 namespace {
-std::atomic<int> g_timeoutOverride{0};
 
 struct Transfer
 {
@@ -74,15 +72,15 @@ void ensureCurlInit()
 }
 
 // The first certificate seen for the remote host is kept with the location.
-void rememberPin(TNPreferences* config, const QString& pin)
+void rememberPin(TNPreferences* config, RouterSession* session, const QString& pin)
 {
-    if (!config || pin.isEmpty())
+    if (!config || !session || pin.isEmpty())
         return;
     {
-        QMutexLocker lock(&config->runtimeMutex());
+        QMutexLocker lock(&session->mutex());
         config->remoteCertificateKey = pin;
     }
-    if (auto* mgr = TNPreferencesManager::sharedManager(); mgr && !config->uid.isEmpty())
+    if (auto* mgr = session->preferencesManager(); mgr && !config->uid.isEmpty())
         mgr->saveLocationValue(pin, keys::RemoteCertificateKey, config->uid);
     qCInfo(lcBox) << "pinned the remote router's certificate";
 }
@@ -95,17 +93,6 @@ void FBRequest::setFormBody(const QByteArray& form)
     body = form;
 }
 
-void FBConnection::setTimeoutOverrideForTesting(int seconds)
-{
-    g_timeoutOverride = seconds;
-}
-
-int FBConnection::effectiveTimeout(int seconds)
-{
-    const int o = g_timeoutOverride.load();
-    return o > 0 ? o : seconds;
-}
-
 QString FBConnection::retryWithDigest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
                                       const QString& user, const QString& password)
 {
@@ -114,7 +101,7 @@ QString FBConnection::retryWithDigest(const FBRequest& request, bool needsOutput
     useDigest = true;
     digestUser = user;
     digestPassword = password;
-    const QString answer = startWithRequest(plain, needsOutput, encoding, nullptr);
+    const QString answer = startWithRequest(plain, needsOutput, encoding);
     useDigest = false;
     digestUser.clear();
     digestPassword.clear();
@@ -130,32 +117,23 @@ void FBConnection::customCancel()
 
 void FBConnection::defaultUnauthorized()
 {
-    TNPreferences* current = nullptr;
-    std::shared_ptr<TNPreferences> holder;
-    if (auto* mgr = TNPreferencesManager::sharedManager()) {
-        holder = mgr->currentPreferences();
-        current = holder.get();
-    }
-    if (!current)
-        current = m_config;
-    if (!current)
+    // The request's own location: another one may be current in the tray or on the command line.
+    if (!m_session)
         return;
     {
-        QMutexLocker lock(&current->runtimeMutex());
-        if (current->loginError)
+        QMutexLocker lock(&m_session->mutex());
+        if (m_session->loginError)
             return;
-        current->loginError = true;
+        m_session->loginError = true;
     }
-    FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("errorWrongPass")));
+    failure = RouterFailure::make(RouterFailure::Kind::WrongPassword, QStringLiteral("errorWrongPass"));
 }
 
-QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
-                                       TNPreferences* config)
+QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutput, FBEncoding encoding)
 {
     Q_UNUSED(needsOutput);
-    if (config)
-        m_config = config;
     ensureCurlInit();
+    failure = {};
     errorOccured = timedOut = certificateRefused = false;
     httpStatus = 0;
     curlCode = 0;
@@ -170,8 +148,7 @@ QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutpu
     t.encoding = encoding;
     if (!cancelOnString.isEmpty() && cancelOnString != u";;")
         t.cancelOn = cancelOnString.toUtf8();
-    const int timeout = effectiveTimeout(timeoutSeconds);
-    t.timeoutMs = qint64(timeout) * 1000;
+    t.timeoutMs = qint64(timeoutSeconds) * 1000;
 
     const std::string url = request.url.toStdString();
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
@@ -215,8 +192,8 @@ QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutpu
         curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 0L);
         curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, 0L);
         curl_easy_setopt(curl, CURLOPT_CERTINFO, 1L);
-        if (m_config) {
-            QMutexLocker lock(&m_config->runtimeMutex());
+        if (m_config && m_session) {
+            QMutexLocker lock(&m_session->mutex());
             pin = m_config->remoteCertificateKey.toStdString();
         }
         if (!pin.empty())
@@ -229,17 +206,17 @@ QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutpu
     curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &httpStatus);
 
     if (https && pin.empty() && rc == CURLE_OK)
-        rememberPin(m_config, FBCertificatePin::pinFromCurl(curl));
+        rememberPin(m_config, m_session, FBCertificatePin::pinFromCurl(curl));
     curl_slist_free_all(headers);
     curl_easy_cleanup(curl);
 
     // Remote access of older firmware asks for HTTP digest before any page: answered once with
     // the remote-access user and password, for this request only.
-    if (httpStatus == 401 && !useDigest && t.authenticate.toLower().startsWith("digest") && m_config) {
+    if (httpStatus == 401 && !useDigest && t.authenticate.toLower().startsWith("digest") && m_config && m_session) {
         QString user, password;
         bool remote = false;
         {
-            QMutexLocker lock(&m_config->runtimeMutex());
+            QMutexLocker lock(&m_session->mutex());
             remote = m_config->remoteAccess && QUrl(request.url).host() == m_config->remoteHostName;
             user = m_config->remoteUserName;
             password = m_config->remotePassWord;

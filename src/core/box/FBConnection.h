@@ -5,8 +5,11 @@
 #include <QPair>
 #include <QString>
 
+#include "box/RouterFailure.h"
+
 #include <functional>
 
+class RouterSession;
 class TNPreferences;
 
 // One prepared HTTP request to the router or the web.
@@ -29,10 +32,12 @@ enum class FBEncoding { Ascii, Utf8, Latin1 };
 class FBConnection
 {
 public:
-    explicit FBConnection(TNPreferences* config = nullptr) : m_config(config) {}
+    // Without a location: no credentials for digest, no certificate pin, no 401 bookkeeping.
+    FBConnection() = default;
+    // A request to the location's router within its session.
+    FBConnection(TNPreferences& config, RouterSession& session) : m_config(&config), m_session(&session) {}
 
-    QString startWithRequest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
-                             TNPreferences* config);
+    QString startWithRequest(const FBRequest& request, bool needsOutput, FBEncoding encoding);
 
     // When not empty and not ";;" the transfer ends as soon as the text so far contains it.
     QString cancelOnString;
@@ -42,11 +47,17 @@ public:
     QString digestUser;
     QString digestPassword;
     bool useDigest = false;
-    // Replaces the default 401 reaction (alert "errorWrongPass" once per loginError).
+    // Replaces the default 401 reaction (the failure "errorWrongPass", once per loginError of
+    // the request's own session).
     std::function<void()> onUnauthorized;
 
     TNPreferences* config() const { return m_config; }
-    void setConfig(TNPreferences* config) { m_config = config; }
+    RouterSession* session() const { return m_session; }
+    void setLocation(TNPreferences* config, RouterSession* session)
+    {
+        m_config = config;
+        m_session = session;
+    }
 
     // Outcome of the last request.
     bool errorOccured = false;
@@ -55,10 +66,8 @@ public:
     long httpStatus = 0;
     int curlCode = 0;
     QString errorDescription;
-
-    // Tests shorten every time-out with this (0: the given values).
-    static void setTimeoutOverrideForTesting(int seconds);
-    static int effectiveTimeout(int seconds);
+    // What the user is told about the last request (a refused password); empty otherwise.
+    RouterFailure failure;
 
     void customCancel();
 
@@ -68,4 +77,5 @@ private:
                             const QString& password);
 
     TNPreferences* m_config = nullptr;
+    RouterSession* m_session = nullptr;
 };

@@ -2,7 +2,7 @@
 
 #include "base/Localization.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
+#include "box/RouterSession.h"
 
 #include <QRegularExpression>
 
@@ -40,39 +40,38 @@ FBRequest FBSOAPConnection::buildRequest(const QString& url, const FBSOAPRequest
     return request;
 }
 
-QString FBSOAPConnection::startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences* config)
+QString FBSOAPConnection::startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences& config,
+                                          RouterSession& session)
 {
-    connection.setConfig(config);
+    connection.setLocation(&config, &session);
     connection.cancelOnString = cancelOnString;
     connection.useDigest = true;
-    if (config) {
-        QMutexLocker lock(&config->runtimeMutex());
-        if (config->remoteAccess) {
-            connection.digestUser = config->remoteUserName;
-            connection.digestPassword = config->remotePassWord;
+    {
+        QMutexLocker lock(&session.mutex());
+        if (config.remoteAccess) {
+            connection.digestUser = config.remoteUserName;
+            connection.digestPassword = config.remotePassWord;
         } else {
-            connection.digestUser = config->userName.isEmpty() ? QStringLiteral("dslf-config") : config->userName;
-            connection.digestPassword = config->passWord;
+            connection.digestUser = config.userName.isEmpty() ? QStringLiteral("dslf-config") : config.userName;
+            connection.digestPassword = config.passWord;
         }
     }
-    return connection.startWithRequest(request, needsOutput, FBEncoding::Utf8, config);
+    return connection.startWithRequest(request, needsOutput, FBEncoding::Utf8);
 }
 
-bool FBSOAPConnection::reportFault(const QString& answer)
+RouterFailure FBSOAPConnection::reportFault(const QString& answer)
 {
     static const QRegularExpression codeRe(QStringLiteral(".*<errorCode>(.*)</errorCode>.*"));
     static const QRegularExpression descRe(QStringLiteral(".*<errorDescription>(.*)</errorDescription>.*"));
     const QString code = codeRe.match(answer).captured(1);
     if (code.isEmpty())
-        return false;
-    if (code == u"606") {
-        FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("errorTR064_606")));
-        return true;
-    }
+        return {};
+    // 606: the user may not run the action.
+    if (code == u"606")
+        return RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("errorTR064_606"));
     QString description = descRe.match(answer).captured(1);
     if (description.isEmpty())
         description = Localization::localized(QStringLiteral("unknown"));
-    FBApplicationHelper::showAlert(QStringLiteral("Error"),
+    return RouterFailure::withText(RouterFailure::Kind::RouterError, QStringLiteral("errorTR064_ErrorCode"),
                                    Localization::localizedFormat(QStringLiteral("errorTR064_ErrorCode"), code, description));
-    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "box/FBConnection.h"
 
+class RouterSession;
 class TNPreferences;
 
 // A TR-064 action for a router command: envelope, headers and HTTP digest authentication.
@@ -22,10 +23,10 @@ public:
     static FBRequest buildRequest(const QString& url, const FBSOAPRequest& request);
 
     // Sends with the location's credentials ("dslf-config" for an empty local user name).
-    QString startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences* config);
+    QString startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences& config, RouterSession& session);
 
-    // Alerts for a SOAP fault in the answer; true when there was one.
-    static bool reportFault(const QString& answer);
+    // The SOAP fault in the answer; empty when there is none.
+    static RouterFailure reportFault(const QString& answer);
 
     QString cancelOnString;
     FBConnection connection;

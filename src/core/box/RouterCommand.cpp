@@ -4,95 +4,91 @@
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBBoxSystemHelper.h"
+#include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
 
 namespace FBBoxConnectionHelper {
 
-QString routerFailureText(TNPreferences& prefs)
+RouterFailure routerFailure(const RouterFailure& reported, TNPreferences& prefs, RouterSession& session)
 {
-    if (const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread(); !alert.isEmpty())
-        return alert;
-    if (const QString session = TNSessionManager::forPreferences(prefs).errorMessage; !session.isEmpty())
-        return session;
+    if (reported)
+        return reported;
+    if (const QString text = session.sessionManager().errorMessage; !text.isEmpty())
+        return RouterFailure::withText(RouterFailure::Kind::Unreachable, QString(), text);
     const QString where = prefs.remoteAccess ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
                                              : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
-    return Localization::localizedFormat(QStringLiteral("errorBoxUnreachable"), where);
+    return RouterFailure::make(RouterFailure::Kind::Unreachable, QStringLiteral("errorBoxUnreachable"), {where});
 }
 
-bool ensureSession(TNPreferences& prefs, QString* error)
+RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session, RouterFailure* notice)
 {
-    TNSessionManager& session = TNSessionManager::forPreferences(prefs);
-    session.currentSessionIDUsePreferences(&prefs);
-    const QString wrongPassText = Localization::localized(QStringLiteral("errorWrongPass"));
-    const bool alerted = FBApplicationHelper::lastAlertBodyOnThisThread() == wrongPassText;
+    TNSessionManager& manager = session.sessionManager();
+    const RouterFailure login = manager.currentSessionIDUsePreferences(&prefs);
+    if (notice)
+        *notice = login;
+    const bool refusedNow = login.key == u"errorWrongPass";
     // After a wrong password a current router ends as "a box without sessions" ("-1"), which is
-    // then reused for minutes without a new alert: a router whose login page asked for the
+    // then reused for minutes without a new failure: a router whose login page asked for the
     // password (luaType set) has sessions, so "-1" there still means the password was refused.
     QString sid;
     {
-        QMutexLocker lock(&prefs.runtimeMutex());
-        sid = prefs.remoteAccess ? prefs.remoteSessionID : prefs.sessionID;
+        QMutexLocker lock(&session.mutex());
+        sid = prefs.remoteAccess ? session.remoteSessionID : session.sessionID;
     }
-    const bool refusedEarlier = session.luaType != 0 && sid == u"-1";
-    if (session.sessionResult != TNSessionResultLoggedIn || alerted || refusedEarlier) {
-        if (error)
-            *error = refusedEarlier && !alerted ? wrongPassText : routerFailureText(prefs);
-        return false;
+    const bool refusedEarlier = manager.luaType != 0 && sid == u"-1";
+    if (manager.sessionResult != TNSessionResultLoggedIn || refusedNow || refusedEarlier) {
+        if (refusedEarlier && !refusedNow)
+            return RouterFailure::make(RouterFailure::Kind::WrongPassword, QStringLiteral("errorWrongPass"));
+        return routerFailure(login, prefs, session);
     }
-    return true;
+    return {};
 }
 
-void checkRouterStatusWithSession(TNPreferences* prefs)
+RouterFailure checkRouterStatusWithSession(TNPreferences* prefs, RouterSession& session)
 {
     if (!prefs)
-        return;
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    QString error;
-    if (ensureSession(*prefs, &error)) {
-        FBBoxSystemHelper::threadcheckWLANStatus(prefs);
-        return;
+        return {};
+    RouterFailure notice;
+    const RouterFailure failure = ensureSession(*prefs, session, &notice);
+    if (!failure) {
+        FBBoxSystemHelper::threadcheckWLANStatus(prefs, session, &notice);
+        return notice;
     }
     // Not logged in: the state is not known, and a second login is not tried.
     {
-        QMutexLocker lock(&prefs->runtimeMutex());
-        prefs->WLANStatus = 2;
-        prefs->DECTStatus = 2;
+        QMutexLocker lock(&session.mutex());
+        session.WLANStatus = 2;
+        session.DECTStatus = 2;
     }
-    NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
-    NotificationCenter::defaultCenter().post(Notifications::DECTSTATUS);
+    session.notifications().post(Notifications::WLANSTATUS);
+    session.notifications().post(Notifications::DECTSTATUS);
+    return failure;
 }
 
 RouterCommandResult runRouterCommand(const QString& action, const QString& number, const QString& port,
-                                     TNPreferences* prefs)
+                                     TNPreferences* prefs, RouterSession& session)
 {
     RouterCommandResult result;
     if (!prefs)
         return result;
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    if (!ensureSession(*prefs, &result.error))
+    result.failure = ensureSession(*prefs, session);
+    if (result.failure)
         return result;
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    result.answer = dialWithAction(action, number, port, prefs);
-    const QString alert = FBApplicationHelper::lastAlertBodyOnThisThread();
-    result.ok = result.answer != u" " && result.answer != u"-2" && alert.isEmpty();
-    if (result.ok)
-        return result;
-    result.error = routerFailureText(*prefs);
+    RouterFailure reported;
+    result.answer = dialWithAction(action, number, port, prefs, session, &reported);
+    result.ok = result.answer != u" " && result.answer != u"-2" && !reported;
+    if (!result.ok)
+        result.failure = routerFailure(reported, *prefs, session);
     return result;
 }
 
-QStringList queryWithSession(const QStringList& variables, TNPreferences* prefs)
+QStringList queryWithSession(const QStringList& variables, TNPreferences* prefs, RouterSession& session)
 {
-    if (!prefs)
+    if (!prefs || ensureSession(*prefs, session))
         return {};
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    QString error;
-    if (!ensureSession(*prefs, &error))
-        return {};
-    return componentsArrayForVariables(variables, prefs);
+    return componentsArrayForVariables(variables, prefs, session);
 }
 
 } // namespace FBBoxConnectionHelper

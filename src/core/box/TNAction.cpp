@@ -3,9 +3,9 @@
 #include "base/Localization.h"
 #include "base/Logging.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBNetworkHelper.h"
+#include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
 
 #include <QRegularExpression>
@@ -127,10 +127,9 @@ void TNAction::csvPlan(Plan& p, int csvType, const QString& boxLanguage)
 }
 
 TNAction::Plan TNAction::planFor(const QString& action, const QString& number, const QString& givenPort,
-                                 const TNPreferences& prefs)
+                                 const TNPreferences& prefs, bool lua)
 {
     Plan p;
-    const bool lua = prefs.useLUA;
     QString port = givenPort.isEmpty() ? QStringLiteral("50") : givenPort;
     const QString webcm = QStringLiteral("/cgi-bin/webcm");
     const std::uint32_t dialRight = neededDialRightForConfig(&prefs);
@@ -296,10 +295,10 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
 QString TNAction::ensureDialPort(const QString& port)
 {
     const QStringList current = FBBoxConnectionHelper::componentsArrayForVariables(
-        {QStringLiteral("telcfg:settings/DialPort")}, m_prefs);
+        {QStringLiteral("telcfg:settings/DialPort")}, m_prefs, *m_session, &failure);
     if (current.isEmpty() || current.first() != port) {
         const QString r = send(QStringLiteral("setPhonePort"),
-                               planFor(QStringLiteral("setPhonePort"), QString(), port, *m_prefs));
+                               planFor(QStringLiteral("setPhonePort"), QString(), port, *m_prefs, useLUA()));
         if (r == u" " || r == u"-2")
             return r;
     }
@@ -311,16 +310,16 @@ QString TNAction::runLuaComposite(const QString& action, const QString& number, 
     *handled = true;
     if (action == u"WLANoff" || action == u"WLANon") {
         const bool on = action == u"WLANon";
-        QString r = dialWithAction(on ? QStringLiteral("WLAN2on") : QStringLiteral("WLAN2off"), number, port, m_prefs);
+        QString r = dialWithAction(on ? QStringLiteral("WLAN2on") : QStringLiteral("WLAN2off"), number, port, m_prefs, *m_session);
         if (r == u" " || r == u"-2")
             return r;
         int status = 0;
         {
-            QMutexLocker lock(&m_prefs->runtimeMutex());
-            status = m_prefs->WLANStatus;
+            QMutexLocker lock(&m_session->mutex());
+            status = m_session->WLANStatus;
         }
         if (!(status & 0x20))
-            r = dialWithAction(on ? QStringLiteral("WLAN5on") : QStringLiteral("WLAN5off"), number, port, m_prefs);
+            r = dialWithAction(on ? QStringLiteral("WLAN5on") : QStringLiteral("WLAN5off"), number, port, m_prefs, *m_session);
         return r;
     }
     QString dialPort;
@@ -333,10 +332,10 @@ QString TNAction::runLuaComposite(const QString& action, const QString& number, 
         return {};
     }
     // The right is checked before anything is sent, the dial port query included.
-    const Plan plan = planFor(action, number, port, *m_prefs);
-    const TNSessionManager& session = TNSessionManager::forPreferences(*m_prefs);
+    const Plan plan = planFor(action, number, port, *m_prefs, useLUA());
+    const TNSessionManager& session = m_session->sessionManager();
     if (session.sessionResult == TNSessionResultLoggedIn && !(session.userRights & plan.right)) {
-        FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("missingUserRights")));
+        failure = RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("missingUserRights"));
         return QStringLiteral(" ");
     }
     if (const QString r = ensureDialPort(dialPort); !r.isEmpty())
@@ -344,24 +343,32 @@ QString TNAction::runLuaComposite(const QString& action, const QString& number, 
     return send(action, plan);
 }
 
-QString TNAction::dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs)
+bool TNAction::useLUA() const
+{
+    QMutexLocker lock(&m_session->mutex());
+    return m_session->useLUA;
+}
+
+QString TNAction::dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
+                                 RouterSession& routerSession)
 {
     if (!prefs)
         return QStringLiteral(" ");
     m_prefs = prefs;
+    m_session = &routerSession;
     // The login tells which firmware answers, so it comes before the form is chosen.
-    if (planFor(action, number, port, *prefs).needsSession && !m_sessionChecked) {
-        TNSessionManager::forPreferences(*prefs).currentSessionIDUsePreferences(prefs);
+    if (planFor(action, number, port, *prefs, useLUA()).needsSession && !m_sessionChecked) {
+        failure.merge(routerSession.sessionManager().currentSessionIDUsePreferences(prefs));
         m_sessionChecked = true;
     }
-    if (prefs->useLUA) {
+    if (useLUA()) {
         bool handled = false;
         const QString r = runLuaComposite(action, number, port, &handled);
         if (handled)
             return r;
     }
-    Plan plan = planFor(action, number, port, *prefs);
-    TNSessionManager& session = TNSessionManager::forPreferences(*prefs);
+    Plan plan = planFor(action, number, port, *prefs, useLUA());
+    TNSessionManager& session = routerSession.sessionManager();
     if (action == u"csv" && session.csvType != 0)
         csvPlan(plan, session.csvType, prefs->boxLanguage);
     const QString answer = send(action, plan);
@@ -381,23 +388,23 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         qCWarning(lcBox) << "command without a request for this firmware:" << action;
         return QString();
     }
-    TNSessionManager& session = TNSessionManager::forPreferences(*m_prefs);
+    TNSessionManager& session = m_session->sessionManager();
     if (plan.needsSession) {
         if (!m_sessionChecked)
-            session.currentSessionIDUsePreferences(m_prefs);
+            failure.merge(session.currentSessionIDUsePreferences(m_prefs));
         if (session.sessionResult == TNSessionResultUnreachable) {
             qCInfo(lcBox) << "Show Error? network available:" << FBNetworkHelper::isInternetConnection();
             if (!session.errorMessage.isEmpty())
-                FBApplicationHelper::showAlert(QStringLiteral("Error"), session.errorMessage);
+                failure = RouterFailure::withText(RouterFailure::Kind::Unreachable, QString(), session.errorMessage);
             return QStringLiteral(" ");
         }
         if (!(session.userRights & plan.right)) {
             double updated = 0;
             QString sid;
             {
-                QMutexLocker lock(&m_prefs->runtimeMutex());
-                updated = m_prefs->remoteAccess ? m_prefs->remoteUpdateTime : m_prefs->updateTime;
-                sid = m_prefs->remoteAccess ? m_prefs->remoteSessionID : m_prefs->sessionID;
+                QMutexLocker lock(&m_session->mutex());
+                updated = m_prefs->remoteAccess ? m_session->remoteUpdateTime : m_session->updateTime;
+                sid = m_prefs->remoteAccess ? m_session->remoteSessionID : m_session->sessionID;
             }
             // The detail is for the log only: it carries the session state, not the SID itself.
             qCInfo(lcBox).noquote() << QStringLiteral("%1 - %2 - %3 - %4 / %5 - %6: %7")
@@ -408,7 +415,7 @@ QString TNAction::send(const QString& action, const Plan& planIn)
                                            .arg(session.now(), 0, 'f', 0)
                                            .arg(TNSessionRights::debugUserRight(session.userRights))
                                            .arg(TNSessionRights::debugUserRight(plan.right));
-            FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("missingUserRights")));
+            failure = RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("missingUserRights"));
             return QStringLiteral(" ");
         }
         if (session.sessionResult != TNSessionResultLoggedIn)
@@ -416,14 +423,14 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         QString sid;
         QString password;
         {
-            QMutexLocker lock(&m_prefs->runtimeMutex());
-            sid = m_prefs->remoteAccess ? m_prefs->remoteSessionID : m_prefs->sessionID;
+            QMutexLocker lock(&m_session->mutex());
+            sid = m_prefs->remoteAccess ? m_session->remoteSessionID : m_session->sessionID;
             password = m_prefs->remoteAccess ? m_prefs->remotePassWord : m_prefs->passWord;
         }
         if (sid == u"-2") {
-            QMutexLocker lock(&m_prefs->runtimeMutex());
-            m_prefs->sessionID.clear();
-            m_prefs->remoteSessionID.clear();
+            QMutexLocker lock(&m_session->mutex());
+            m_session->sessionID.clear();
+            m_session->remoteSessionID.clear();
             return QString();
         }
         if (!plan.isSoap()) {
@@ -438,7 +445,7 @@ QString TNAction::send(const QString& action, const Plan& planIn)
     int tr064Port = 49000;
     bool remote = false;
     {
-        QMutexLocker lock(&m_prefs->runtimeMutex());
+        QMutexLocker lock(&m_session->mutex());
         remote = m_prefs->remoteAccess;
         tr064Port = m_prefs->tr064Port;
         if (remote)
@@ -450,7 +457,7 @@ QString TNAction::send(const QString& action, const Plan& planIn)
 
     if (plan.isSoap()) {
         if (!(session.userRights & RightTR064)) {
-            FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(QStringLiteral("errorTR064")));
+            failure = RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("errorTR064"));
             return QStringLiteral(" ");
         }
         const QString soapBase = remote ? base + QStringLiteral("/tr064")
@@ -459,8 +466,9 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         soap.cancelOnString = cancelOnString;
         const QString answer = soap.startWithRequest(
             FBSOAPConnection::buildRequest(FBSOAPConnection::controlUrl(soapBase, plan.soap.controlPath), plan.soap),
-            plan.needsOutput, m_prefs);
-        FBSOAPConnection::reportFault(answer);
+            plan.needsOutput, *m_prefs, *m_session);
+        failure.merge(soap.connection.failure);
+        failure.merge(FBSOAPConnection::reportFault(answer));
         return answer;
     }
 
@@ -476,13 +484,14 @@ QString TNAction::send(const QString& action, const Plan& planIn)
     }
     request.url = base + path;
     if (remote) {
-        QMutexLocker lock(&m_prefs->runtimeMutex());
+        QMutexLocker lock(&m_session->mutex());
         request.setHeader("Authorization",
                           "Basic " + (m_prefs->remoteUserName + u':' + m_prefs->remotePassWord).toLatin1().toBase64());
     }
-    FBConnection connection(m_prefs);
+    FBConnection connection(*m_prefs, *m_session);
     connection.cancelOnString = cancelOnString;
-    const QString answer = connection.startWithRequest(request, plan.needsOutput, plan.encoding, m_prefs);
+    const QString answer = connection.startWithRequest(request, plan.needsOutput, plan.encoding);
+    failure.merge(connection.failure);
     if (!plan.pageMarker.isEmpty() && answer != u"-2" && !answer.isEmpty() && !isLoginPage(answer)
         && !answer.contains(plan.pageMarker)) {
         qCInfo(lcBox) << "wrong page for" << action;

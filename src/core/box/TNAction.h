@@ -2,27 +2,33 @@
 
 #include "box/FBConnection.h"
 #include "box/FBSOAPConnection.h"
+#include "box/RouterFailure.h"
 
 #include <QString>
 
 #include <cstdint>
 
+class RouterSession;
 class TNPreferences;
 
 // Runs one command on the router: builds the request for the router's firmware (web form, Lua
 // page or TR-064), makes sure of a session and the user's right, sends and returns the answer.
-// " " means not sent (the error was reported), "" nothing came back, "-2" the request failed.
+// " " means not sent (the reason is in failure), "" nothing came back, "-2" the request failed.
 class TNAction
 {
 public:
-    QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs);
+    QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
+                           RouterSession& session);
     void finish()
     {
         m_prefs = nullptr;
+        m_session = nullptr;
         m_sessionChecked = false;
     }
 
     QString cancelOnString;
+    // What went wrong in the command (the last failure of its requests); empty when nothing did.
+    RouterFailure failure;
 
     static std::uint32_t neededPhoneRightForConfig(const TNPreferences* prefs);
     static std::uint32_t neededDialRightForConfig(const TNPreferences* prefs);
@@ -46,7 +52,9 @@ public:
     };
     // The plan for one command in the firmware's form; composite Lua commands are run by
     // dialWithAction itself.
-    static Plan planFor(const QString& action, const QString& number, const QString& port, const TNPreferences& prefs);
+    // lua: the session found a firmware with Lua pages.
+    static Plan planFor(const QString& action, const QString& number, const QString& port, const TNPreferences& prefs,
+                        bool lua);
 
     // The journal export of one flavour: 1 the older webcm .csv page, 2 the Lua page's "?csv=".
     static void csvPlan(Plan& p, int csvType, const QString& boxLanguage);
@@ -56,7 +64,10 @@ private:
     QString runLuaComposite(const QString& action, const QString& number, const QString& port, bool* handled);
     QString ensureDialPort(const QString& port);
 
+    bool useLUA() const;
+
     TNPreferences* m_prefs = nullptr;
+    RouterSession* m_session = nullptr;
     // One session check per command, also when a command sends several requests.
     bool m_sessionChecked = false;
 };

@@ -6,14 +6,15 @@
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferences.h"
-#include "box/FBApplicationHelper.h"
 #include "box/FBBoxConnectionHelper.h"
 #include "box/FBBoxSystemHelper.h"
 #include "box/FBLoginHash.h"
 #include "box/FBNetworkHelper.h"
+#include "box/RouterSession.h"
 
 #include <QMutex>
 #include <QRegularExpression>
+#include <QScopeGuard>
 
 namespace {
 const QString kInvalidSID = QStringLiteral("0000000000000000");
@@ -31,44 +32,27 @@ bool hasElement(const QString& text, const QString& element)
 }
 } // namespace
 
-TNSessionManager::TNSessionManager(Clock* clock) : m_clock(clock ? clock : &Clock::system()) {}
-
-TNSessionManager& TNSessionManager::sharedInstance()
-{
-    static TNSessionManager instance;
-    return instance;
-}
-
-TNSessionManager& TNSessionManager::forPreferences(TNPreferences& prefs)
-{
-    static QMutex mutex;
-    QMutexLocker lock(&mutex);
-    if (!prefs.sessionManager)
-        prefs.sessionManager = std::make_shared<TNSessionManager>();
-    return *prefs.sessionManager;
-}
-
-void TNSessionManager::performWithUserRights(TNPreferences& prefs)
-{
-    TNSessionManager& manager = forPreferences(prefs);
-    if (manager.userRights & TNSessionRightBase)
-        manager.currentSessionIDUsePreferences(&prefs);
-}
+TNSessionManager::TNSessionManager(RouterSession& session) : m_session(session) {}
 
 double TNSessionManager::now() const
 {
     static const QDateTime reference(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
-    return double(reference.msecsTo(m_clock->now())) / 1000.0;
+    return double(reference.msecsTo(m_session.clock().now())) / 1000.0;
 }
 
-void TNSessionManager::currentSessionIDUsePreferences(TNPreferences* prefs)
+RouterFailure TNSessionManager::currentSessionIDUsePreferences(TNPreferences* prefs)
 {
     if (!prefs)
-        return;
+        return {};
     QMutexLocker lock(&m_lock);
     currentPreferences = prefs;
+    // The login's own queries check the session again: that must not wipe what it found so far.
+    ++m_depth;
+    const auto leave = qScopeGuard([this] { --m_depth; });
+    if (m_depth == 1)
+        m_failure = {};
     {
-        QMutexLocker plock(&prefs->runtimeMutex());
+        QMutexLocker plock(&m_session.mutex());
         hostName = prefs->hostName;
         userName = prefs->userName;
         passWord = prefs->passWord;
@@ -81,26 +65,27 @@ void TNSessionManager::currentSessionIDUsePreferences(TNPreferences* prefs)
     }
     const double t = now();
     if (sessionResult == TNSessionResultBlocked && blockUntilTimeInterval > t)
-        return; // no request while the router blocks logins
+        return {}; // no request while the router blocks logins
 
     double updated = 0;
     QString sid;
     {
-        QMutexLocker plock(&prefs->runtimeMutex());
-        updated = remoteAccess ? prefs->remoteUpdateTime : prefs->updateTime;
-        sid = remoteAccess ? prefs->remoteSessionID : prefs->sessionID;
+        QMutexLocker plock(&m_session.mutex());
+        updated = remoteAccess ? m_session.remoteUpdateTime : m_session.updateTime;
+        sid = remoteAccess ? m_session.remoteSessionID : m_session.sessionID;
     }
     // 550 s: a little less than the router's ten minutes.
     if (t - updated <= 550 && !sid.isEmpty())
-        return;
+        return {};
     updatedSessionID();
+    return m_failure;
 }
 
 void TNSessionManager::setBothSessionIDs(const QString& sid)
 {
-    QMutexLocker plock(&currentPreferences->runtimeMutex());
-    currentPreferences->sessionID = sid;
-    currentPreferences->remoteSessionID = sid;
+    QMutexLocker plock(&m_session.mutex());
+    m_session.sessionID = sid;
+    m_session.remoteSessionID = sid;
 }
 
 void TNSessionManager::updatedSessionID()
@@ -125,9 +110,9 @@ void TNSessionManager::updatedSessionID()
         result = retrieveSessionIDForRequest(requestForSessionCommand(QStringLiteral("session"), {}), false);
         if (result == TNSessionResultNoSession) {
             setBothSessionIDs(QStringLiteral("-1"));
-            QMutexLocker plock(&currentPreferences->runtimeMutex());
-            currentPreferences->loginError = false;
-            currentPreferences->errorMessageShown = false;
+            QMutexLocker plock(&m_session.mutex());
+            m_session.loginError = false;
+            m_session.errorMessageShown = false;
             sessionResult = TNSessionResultLoggedIn;
         } else {
             sessionResult = result;
@@ -141,16 +126,16 @@ void TNSessionManager::updatedSessionID()
         sessionResult = result;
         // A router that logs in on the Lua page speaks the Lua pages and TR-064: the queries
         // that follow (TR-064 right, user list) must already take that form.
-        QMutexLocker plock(&currentPreferences->runtimeMutex());
-        if (!currentPreferences->useLUA) {
-            currentPreferences->useLUA = true;
-            currentPreferences->switchedLUA = true;
+        QMutexLocker plock(&m_session.mutex());
+        if (!m_session.useLUA) {
+            m_session.useLUA = true;
+            m_session.switchedLUA = true;
         }
     }
 
     {
-        QMutexLocker plock(&currentPreferences->runtimeMutex());
-        (remoteAccess ? currentPreferences->remoteUpdateTime : currentPreferences->updateTime) = now();
+        QMutexLocker plock(&m_session.mutex());
+        (remoteAccess ? m_session.remoteUpdateTime : m_session.updateTime) = now();
     }
     if (m_loginRights)
         userRights = m_loginRights;
@@ -160,7 +145,7 @@ void TNSessionManager::updatedSessionID()
         assignDefaultUserRights();
 
     const QStringList tr064 = FBBoxConnectionHelper::componentsArrayForVariables(
-        {QStringLiteral("tr064:settings/enabled")}, currentPreferences);
+        {QStringLiteral("tr064:settings/enabled")}, currentPreferences, m_session, &m_failure);
     if (!tr064.isEmpty() && tr064.first() == u"1")
         userRights |= RightTR064;
     qCDebug(lcBox) << "rights:" << TNSessionRights::debugUserRight(userRights);
@@ -209,17 +194,14 @@ int TNSessionManager::handleSessionLoginOutput(const QString& output)
         return TNSessionResultNoSession;
     if (sid == kInvalidSID) {
         qCInfo(lcBox) << "-####";
-        FBApplicationHelper::showAlertWithParams(
-            {{QStringLiteral("Title"), Localization::localized(QStringLiteral("Error"))},
-             {QStringLiteral("Body"), Localization::localized(QStringLiteral("errorWrongPass"))},
-             {QStringLiteral("ignoreErrorMessageShown"), false}});
+        m_failure = RouterFailure::make(RouterFailure::Kind::WrongPassword, QStringLiteral("errorWrongPass"));
         return TNSessionResultRejected;
     }
     {
-        QMutexLocker plock(&currentPreferences->runtimeMutex());
-        (remoteAccess ? currentPreferences->remoteSessionID : currentPreferences->sessionID) = sid;
-        currentPreferences->loginError = false;
-        currentPreferences->errorMessageShown = false;
+        QMutexLocker plock(&m_session.mutex());
+        (remoteAccess ? m_session.remoteSessionID : m_session.sessionID) = sid;
+        m_session.loginError = false;
+        m_session.errorMessageShown = false;
     }
     if (!capture(output, QStringLiteral("Rights")).isEmpty())
         hasUserRights = true;
@@ -232,13 +214,10 @@ bool TNSessionManager::hasBlockTimeError(const QString& output)
     const QString block = capture(output, QStringLiteral("BlockTime"));
     if (block.isEmpty() || block.toInt() < 1)
         return false;
-    FBApplicationHelper::showAlertWithParams(
-        {{QStringLiteral("Title"), Localization::localized(QStringLiteral("Error"))},
-         {QStringLiteral("Body"), Localization::localizedFormat(QStringLiteral("errorBlockTime"), block)},
-         {QStringLiteral("ignoreErrorMessageShown"), true}});
+    m_failure = RouterFailure::make(RouterFailure::Kind::BlockTime, QStringLiteral("errorBlockTime"), {block});
+    m_failure.blockSeconds = block.toInt();
     blockUntilTimeInterval = now() + block.toDouble();
-    NotificationCenter::defaultCenter().post(Notifications::ADDSTATUSBAR, nullptr,
-                                             {{QStringLiteral("BlockTime"), block}});
+    m_session.notifications().post(Notifications::ADDSTATUSBAR, nullptr, {{QStringLiteral("BlockTime"), block}});
     return true;
 }
 
@@ -284,25 +263,25 @@ void TNSessionManager::onUnauthorized()
     if (!currentPreferences)
         return;
     {
-        QMutexLocker plock(&currentPreferences->runtimeMutex());
-        if (currentPreferences->loginError)
+        QMutexLocker plock(&m_session.mutex());
+        if (m_session.loginError)
             return;
-        currentPreferences->loginError = true;
+        m_session.loginError = true;
     }
     const QString key = (remotePassWord.isEmpty() && remoteAccess) ? QStringLiteral("errorWrongPassEmptyRemote")
                                                                    : QStringLiteral("errorWrongRemoteLogin");
-    FBApplicationHelper::showAlert(QStringLiteral("Error"), Localization::localized(key));
+    m_failure = RouterFailure::make(RouterFailure::Kind::WrongPassword, key);
 }
 
 QString TNSessionManager::startWithRequest(const FBRequest& request)
 {
-    FBConnection connection(currentPreferences);
+    FBConnection connection(*currentPreferences, m_session);
     connection.timeoutSeconds = loginTimeoutSeconds;
     connection.onUnauthorized = [this] { onUnauthorized(); };
     finished = false;
     errorOccured = false;
     ++requestCount;
-    const QString body = connection.startWithRequest(request, true, FBEncoding::Ascii, currentPreferences);
+    const QString body = connection.startWithRequest(request, true, FBEncoding::Ascii);
     finished = true;
     if (connection.errorOccured) {
         errorOccured = true;
@@ -324,7 +303,7 @@ QString TNSessionManager::startWithRequest(const FBRequest& request)
 void TNSessionManager::assignUserRights()
 {
     userRights = TNSessionRightBase;
-    const QVariantMap rights = FBBoxSystemHelper::rightsForUser(userName, currentPreferences);
+    const QVariantMap rights = FBBoxSystemHelper::rightsForUser(userName, currentPreferences, m_session);
     if (rights.isEmpty()) {
         userRights |= RightBoxAdminNone | TNSessionRightDialNone | RightNASNone | TNSessionRightPhoneNone;
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "box/FBConnection.h"
+#include "box/RouterFailure.h"
 #include "box/TNSessionRights.h"
 
 #include <QRecursiveMutex>
@@ -8,24 +9,19 @@
 
 #include <cstdint>
 
-class Clock;
+class RouterSession;
 class TNPreferences;
 
-// Obtains and keeps the router session (SID) of one location and the rights of its user.
+// Obtains and keeps the router session (SID) of one location and the rights of its user. Part
+// of the location's RouterSession, whose fields it fills.
 class TNSessionManager
 {
 public:
-    explicit TNSessionManager(Clock* clock = nullptr);
+    explicit TNSessionManager(RouterSession& session);
 
-    static TNSessionManager& sharedInstance();
-    // The manager owned by a location's settings object, made on first use.
-    static TNSessionManager& forPreferences(TNPreferences& prefs);
-
-    // The settings' own session check: only while the base right stands.
-    static void performWithUserRights(TNPreferences& prefs);
-
-    // Makes sure the settings hold a usable SID, logging in when needed.
-    void currentSessionIDUsePreferences(TNPreferences* prefs);
+    // Makes sure the session holds a usable SID, logging in when needed. The failure of the
+    // login made now (wrong password, block time, ...); empty when none was needed or it worked.
+    RouterFailure currentSessionIDUsePreferences(TNPreferences* prefs);
     void updatedSessionID();
     int retrieveSessionIDForRequest(const FBRequest& request, bool useLUA);
     int handleSessionLoginOutput(const QString& output);
@@ -64,7 +60,10 @@ private:
     void setBothSessionIDs(const QString& sid);
     void onUnauthorized();
 
-    Clock* m_clock;
+    RouterSession& m_session;
+    // What went wrong in the login under way.
+    RouterFailure m_failure;
+    int m_depth = 0;
     QRecursiveMutex m_lock;
     // Rights listed in the successful login answer (0: none listed).
     std::uint32_t m_loginRights = 0;

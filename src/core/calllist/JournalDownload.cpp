@@ -6,15 +6,18 @@
 
 namespace JournalLoading {
 
-QString downloadFromRouter(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString)
+QString downloadFromRouter(const std::shared_ptr<TNPreferences>& prefs, RouterSession& session,
+                           const QString& cancelString, RouterFailure* failure)
 {
     if (!prefs)
         return {};
     TNAction action;
-    action.dialWithAction(QStringLiteral("refreshFoncalls"), QString(), QString(), prefs.get());
+    action.dialWithAction(QStringLiteral("refreshFoncalls"), QString(), QString(), prefs.get(), session);
     action.cancelOnString = cancelString;
-    const QString answer = action.dialWithAction(QStringLiteral("csv"), QString(), QString(), prefs.get());
+    const QString answer = action.dialWithAction(QStringLiteral("csv"), QString(), QString(), prefs.get(), session);
     action.finish();
+    if (failure)
+        failure->merge(action.failure);
     // The commands hand the bytes through one to one (Latin-1); the journal chooses its encoding.
     return JournalParser::decode(answer.toLatin1());
 }

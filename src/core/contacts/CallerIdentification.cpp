@@ -3,6 +3,7 @@
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerCache.h"
+#include "base/TNPreferencesManager.h"
 
 namespace methods {
 

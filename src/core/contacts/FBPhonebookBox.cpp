@@ -2,9 +2,11 @@
 
 #include "base/TNPreferences.h"
 #include "box/FBConnection.h"
-#include "box/FBApplicationHelper.h"
 #include "box/RouterCommand.h"
+#include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
+
+#include <memory>
 
 namespace FBPhonebookBox {
 
@@ -18,25 +20,29 @@ QString baseURL(const TNPreferences& prefs)
 }
 } // namespace
 
-FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs)
+FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs, RouterSession& session, RouterFailure* reported)
 {
-    auto auth = [&prefs] {
-        TNSessionManager::forPreferences(prefs).currentSessionIDUsePreferences(&prefs);
-        QMutexLocker lock(&prefs.runtimeMutex());
+    auto auth = [&prefs, &session, reported] {
+        const RouterFailure login = session.sessionManager().currentSessionIDUsePreferences(&prefs);
+        if (reported)
+            reported->merge(login);
+        QMutexLocker lock(&session.mutex());
         BoxPhonebookForm::Auth a;
-        a.sessionID = prefs.remoteAccess ? prefs.remoteSessionID : prefs.sessionID;
+        a.sessionID = prefs.remoteAccess ? session.remoteSessionID : session.sessionID;
         a.password = prefs.remoteAccess ? prefs.remotePassWord : prefs.passWord;
         return a;
     };
-    auto post = [&prefs](const QByteArray& body) {
+    auto post = [&prefs, &session, reported](const QByteArray& body) {
         FBRequest request;
         request.url = baseURL(prefs) + BoxPhonebookForm::kPath;
         request.method = "POST";
         request.setHeader("Content-Type", BoxPhonebookForm::contentType());
         request.body = body;
-        FBConnection connection(&prefs);
+        FBConnection connection(prefs, session);
         // The book is ISO Latin-1: one character per byte keeps it intact for the reader.
-        const QString answer = connection.startWithRequest(request, true, FBEncoding::Latin1, &prefs);
+        const QString answer = connection.startWithRequest(request, true, FBEncoding::Latin1);
+        if (reported)
+            reported->merge(connection.failure);
         if (connection.httpStatus >= 400)
             return QStringLiteral("-2");
         return answer;
@@ -46,29 +52,29 @@ FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs)
 
 namespace {
 // Logs in, runs the exchange, and says why it failed.
-bool withExchange(TNPreferences& prefs, QString* error, const std::function<bool(FBPhonebookExchange&)>& work)
+bool withExchange(TNPreferences& prefs, RouterSession& session, QString* error,
+                  const std::function<bool(FBPhonebookExchange&)>& work)
 {
-    FBApplicationHelper::clearLastAlertOnThisThread();
-    QString why;
-    if (!FBBoxConnectionHelper::ensureSession(prefs, &why)) {
+    if (const RouterFailure failure = FBBoxConnectionHelper::ensureSession(prefs, session)) {
         if (error)
-            *error = why;
+            *error = failure.message;
         return false;
     }
-    FBPhonebookExchange exchange = exchangeForPreferences(prefs);
+    RouterFailure reported;
+    FBPhonebookExchange exchange = exchangeForPreferences(prefs, session, &reported);
     if (work(exchange))
         return true;
     if (error)
-        *error = exchange.errorMessage().isEmpty() ? FBBoxConnectionHelper::routerFailureText(prefs)
+        *error = exchange.errorMessage().isEmpty() ? FBBoxConnectionHelper::routerFailure(reported, prefs, session).message
                                                    : exchange.errorMessage();
     return false;
 }
 } // namespace
 
-bool loadPhoneBook(TNPreferences& prefs, QVector<BoxPhonebook>* books, QString* error)
+bool loadPhoneBook(TNPreferences& prefs, RouterSession& session, QVector<BoxPhonebook>* books, QString* error)
 {
     QString why;
-    const bool ok = withExchange(prefs, error, [&](FBPhonebookExchange& exchange) {
+    const bool ok = withExchange(prefs, session, error, [&](FBPhonebookExchange& exchange) {
         const QString book = exchange.loadPhoneBook();
         return !book.isEmpty() && BoxPhonebookReader::parse(book, books, &why);
     });
@@ -77,14 +83,14 @@ bool loadPhoneBook(TNPreferences& prefs, QVector<BoxPhonebook>* books, QString* 
     return ok;
 }
 
-bool addContact(TNPreferences& prefs, const BoxContactEntry& entry, QString* error)
+bool addContact(TNPreferences& prefs, RouterSession& session, const BoxContactEntry& entry, QString* error)
 {
-    return withExchange(prefs, error, [&](FBPhonebookExchange& exchange) { return exchange.exportContactToBox(entry); });
+    return withExchange(prefs, session, error, [&](FBPhonebookExchange& exchange) { return exchange.exportContactToBox(entry); });
 }
 
-bool replacePhoneBook(TNPreferences& prefs, const QString& bookXML, QString* error)
+bool replacePhoneBook(TNPreferences& prefs, RouterSession& session, const QString& bookXML, QString* error)
 {
-    return withExchange(prefs, error, [&](FBPhonebookExchange& exchange) { return exchange.exportGroupToBox(bookXML); });
+    return withExchange(prefs, session, error, [&](FBPhonebookExchange& exchange) { return exchange.exportGroupToBox(bookXML); });
 }
 
 } // namespace FBPhonebookBox

@@ -5,6 +5,7 @@
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"

@@ -37,8 +37,10 @@ QDateTime seenMarker(const QDateTime& entryStamp, const QDateTime& now)
 
 } // namespace
 
-TNFTPDatasource::TNFTPDatasource(VoicemailMarkerStore* markers, CallerNameLookup* names, QObject* parent)
+TNFTPDatasource::TNFTPDatasource(NotificationCenter& notifications, VoicemailMarkerStore* markers,
+                                 CallerNameLookup* names, QObject* parent)
     : QObject(parent)
+    , m_notifications(notifications)
     , m_markers(markers)
     , m_names(names)
 {
@@ -279,7 +281,7 @@ void TNFTPDatasource::markFaxSeen(const FaxEntry& entry, const QDateTime& now)
 
 void TNFTPDatasource::resetVoicemails(bool clean)
 {
-    NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
+    m_notifications.post(Notifications::STOPFTPTRANSFER);
     {
         QMutexLocker lock(&m_mutex);
         m_voicemails.clear();
@@ -298,13 +300,13 @@ void TNFTPDatasource::reloadVoicemails(std::shared_ptr<TNPreferences> prefs)
     isCurrentlyUpdating = true;
     QPointer<TNFTPDatasource> self(this);
     // The connection is made here so that it observes "STOPFTPTRANSFER" on this thread.
-    auto connection = std::make_shared<VBFTPConnection>();
+    auto connection = std::make_shared<VBFTPConnection>(m_notifications);
     const int limit = loadNumberOfVoicemails;
     VoicemailMarkerStore* markers = m_markers;
     CallerNameLookup* names = m_names;
     QThreadPool::globalInstance()->start([self, prefs, connID, connection, limit, markers, names]() mutable {
         // The run works on its own datasource so that nothing here is shared with the main thread.
-        TNFTPDatasource run(markers, names);
+        TNFTPDatasource run(connection->notifications(), markers, names);
         run.loadNumberOfVoicemails = limit;
         // The connection goes back with the result, to be released on the thread that made it.
         std::shared_ptr<VBFTPConnection> conn = std::move(connection);

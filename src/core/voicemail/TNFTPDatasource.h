@@ -21,11 +21,15 @@ class VoicemailMarkerStore;
 // The voicemail and fax lists of the router's storage: finding the folders, reading the index
 // files and fax names, counting new entries, deleting. The load and delete steps block on the
 // FTP connection they are given; reloadVoicemails() runs them on a worker thread.
+class NotificationCenter;
+
 class TNFTPDatasource : public QObject
 {
     Q_OBJECT
 public:
-    TNFTPDatasource(VoicemailMarkerStore* markers, CallerNameLookup* names, QObject* parent = nullptr);
+    // notifications: where "STOPFTPTRANSFER" goes when the lists are reset.
+    TNFTPDatasource(NotificationCenter& notifications, VoicemailMarkerStore* markers, CallerNameLookup* names,
+                    QObject* parent = nullptr);
     ~TNFTPDatasource() override;
 
     // Counters of the last delivered run.
@@ -90,6 +94,7 @@ signals:
     void loadingFailed(const QString& title, const QString& message);
 
 private:
+    NotificationCenter& m_notifications;
     VoicemailMarkerStore* m_markers;
     CallerNameLookup* m_names;
     mutable QMutex m_mutex; // guards the lists below

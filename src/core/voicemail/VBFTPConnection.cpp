@@ -115,19 +115,20 @@ VBFTPConnection::Settings VBFTPConnection::settingsUsePreferences(const TNPrefer
     return s;
 }
 
-VBFTPConnection::VBFTPConnection()
+VBFTPConnection::VBFTPConnection(NotificationCenter& notifications)
     : d(std::make_unique<Impl>())
+    , m_notifications(notifications)
     , m_observer(std::make_unique<QObject>())
 {
     static std::once_flag once;
     std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-    NotificationCenter::defaultCenter().addObserver(m_observer.get(), Notifications::STOPFTPTRANSFER,
-                                                    [this](const Notification&) { cancelFTP(); });
+    m_notifications.addObserver(m_observer.get(), Notifications::STOPFTPTRANSFER,
+                                [this](const Notification&) { cancelFTP(); });
 }
 
 VBFTPConnection::~VBFTPConnection()
 {
-    NotificationCenter::defaultCenter().removeObserver(m_observer.get());
+    m_notifications.removeObserver(m_observer.get());
     disconnect();
 }
 

@@ -14,6 +14,8 @@ class TNPreferences;
 
 // One FTP session with the router's storage (plain FTP or explicit FTP over TLS). Operations block;
 // run them on a worker thread. Paths are relative to the FTP root ("FRITZ/voicebox/meta0").
+class NotificationCenter;
+
 class VBFTPConnection
 {
 public:
@@ -31,7 +33,9 @@ public:
     // Host, port, user, password and TLS flag of the location (remote host when remote access is on).
     static Settings settingsUsePreferences(const TNPreferences& prefs);
 
-    VBFTPConnection();
+    // Cancels its transfer when "STOPFTPTRANSFER" is posted to notifications.
+    explicit VBFTPConnection(NotificationCenter& notifications);
+    NotificationCenter& notifications() const { return m_notifications; }
     ~VBFTPConnection();
     VBFTPConnection(const VBFTPConnection&) = delete;
     VBFTPConnection& operator=(const VBFTPConnection&) = delete;
@@ -72,5 +76,6 @@ private:
     bool m_connected = false;
     FTPError m_error;
     std::atomic<bool> m_cancel{false};
+    NotificationCenter& m_notifications;
     std::unique_ptr<QObject> m_observer;
 };

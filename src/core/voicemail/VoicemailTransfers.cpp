@@ -90,7 +90,7 @@ Outcome deleteVoicemails(VBFTPConnection& connection, const VBFTPConnection::Set
     Outcome outcome;
     if (!open(connection, settings, outcome))
         return outcome;
-    TNFTPDatasource datasource(nullptr, nullptr);
+    TNFTPDatasource datasource(connection.notifications(), nullptr, nullptr);
     QString error;
     if (!datasource.deleteVoicemailEntries(connection, entries, &error))
         outcome = failed(connection, error);
@@ -104,7 +104,7 @@ Outcome deleteFaxes(VBFTPConnection& connection, const VBFTPConnection::Settings
     Outcome outcome;
     if (!open(connection, settings, outcome))
         return outcome;
-    TNFTPDatasource datasource(nullptr, nullptr);
+    TNFTPDatasource datasource(connection.notifications(), nullptr, nullptr);
     QString error;
     if (!datasource.deleteFaxEntries(connection, entries, &error))
         outcome = failed(connection, error);

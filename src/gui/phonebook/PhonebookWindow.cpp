@@ -8,6 +8,7 @@
 #include "base/TNPreferencesManager.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/BoxPhonebookXML.h"
+#include "box/RouterSessions.h"
 #include "contacts/FBPhonebookBox.h"
 #include "base/NumberForms.h"
 #include "contacts/VCardAddressBook.h"
@@ -38,8 +39,9 @@ QString numberType(const QString& type)
 }
 } // namespace
 
-PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, SettingsStore& settings, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_manager(manager), m_settings(settings)
+PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions, SettingsStore& settings,
+                                 QWidget* parent)
+    : QWidget(parent, Qt::Window), m_manager(manager), m_sessions(sessions), m_settings(settings)
 {
     setWindowTitle(tr("Router phone book – Tondrel"));
     auto* layout = new QVBoxLayout(this);
@@ -176,9 +178,10 @@ void PhonebookWindow::finished(bool ok, const QVector<BoxPhonebook>& books, cons
 void PhonebookWindow::reload()
 {
     auto prefs = m_manager.currentPreferences();
+    auto session = prefs ? m_sessions.forLocation(*prefs) : nullptr;
     run(tr("Reading the router's phone book…"),
-        [prefs](QVector<BoxPhonebook>* books, QString* error) {
-            return prefs && FBPhonebookBox::loadPhoneBook(*prefs, books, error);
+        [prefs, session](QVector<BoxPhonebook>* books, QString* error) {
+            return prefs && FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);
         },
         QString());
 }
@@ -215,10 +218,11 @@ void PhonebookWindow::askForContact()
 void PhonebookWindow::addContact(const BoxContactEntry& entry)
 {
     auto prefs = m_manager.currentPreferences();
+    auto session = prefs ? m_sessions.forLocation(*prefs) : nullptr;
     run(tr("Adding %1 to the router's phone book…").arg(entry.name),
-        [prefs, entry](QVector<BoxPhonebook>* books, QString* error) {
-            return prefs && FBPhonebookBox::addContact(*prefs, entry, error) &&
-                   FBPhonebookBox::loadPhoneBook(*prefs, books, error);
+        [prefs, session, entry](QVector<BoxPhonebook>* books, QString* error) {
+            return prefs && FBPhonebookBox::addContact(*prefs, *session, entry, error) &&
+                   FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);
         },
         tr("%1 was added to the router's phone book.").arg(entry.name));
 }
@@ -233,10 +237,11 @@ void PhonebookWindow::sendGroup(const QString& group)
     if (!m_confirmReplace(group, contacts))
         return;
     const QString xml = adressbooksearch::peoplesForGroupWithFormat(group, prefs->contactFormat, book.get(), Prefixis(prefs->prefixis));
+    auto session = m_sessions.forLocation(*prefs);
     run(tr("Sending \"%1\" to the router…").arg(group),
-        [prefs, xml](QVector<BoxPhonebook>* books, QString* error) {
-            return prefs && FBPhonebookBox::replacePhoneBook(*prefs, xml, error) &&
-                   FBPhonebookBox::loadPhoneBook(*prefs, books, error);
+        [prefs, session, xml](QVector<BoxPhonebook>* books, QString* error) {
+            return prefs && FBPhonebookBox::replacePhoneBook(*prefs, *session, xml, error) &&
+                   FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);
         },
         tr("The router's phone book now holds the contacts of \"%1\".").arg(group));
 }

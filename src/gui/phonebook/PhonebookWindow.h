@@ -11,6 +11,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 class QTreeWidget;
+class RouterSessions;
 class SettingsStore;
 class TNPreferencesManager;
 struct BoxContactEntry;
@@ -21,7 +22,8 @@ class PhonebookWindow : public QWidget
 {
     Q_OBJECT
 public:
-    PhonebookWindow(TNPreferencesManager& manager, SettingsStore& settings, QWidget* parent = nullptr);
+    PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions, SettingsStore& settings,
+                    QWidget* parent = nullptr);
 
     void reload();
     void addContact(const BoxContactEntry& entry);
@@ -47,6 +49,7 @@ private:
     void setBusy(bool busy);
 
     TNPreferencesManager& m_manager;
+    RouterSessions& m_sessions;
     SettingsStore& m_settings;
     QTreeWidget* m_list;
     QComboBox* m_groups;

@@ -8,6 +8,8 @@
 #include "base/NotificationNames.h"
 #include "assistant/SsdpDiscovery.h"
 #include "assistant/TNAssistantDatasource.h"
+#include "box/RouterSessions.h"
+#include "RouterFailureAlert.h"
 #include "assistant/TNAssistantSaver.h"
 
 #include <QCoreApplication>
@@ -213,9 +215,11 @@ void ReadPage::initializePage()
     QPointer<ReadPage> self(this);
     // The environment outlives every window; the page may not, hence the guard.
     QThreadPool::globalInstance()->start([env, request, self, generation]() mutable {
-        TNAssistantDatasource source(env->settings(), env->secrets());
+        TNAssistantDatasource source(env->settings(), env->secrets(), env->routerSessions());
         const bool ok = source.assistantDataForHost(&request) == AssistantRules::ReadOutcome::Ok;
         const QString error = source.errorMessage();
+        // The wrong password or the missing right, beyond the page's own line.
+        RouterFailureAlert::show(source.failure());
         QMetaObject::invokeMethod(
             qApp,
             [self, generation, ok, error, request] {

@@ -28,7 +28,7 @@ VoicemailWindow::VoicemailWindow(TNPreferencesManager& manager, VoicemailMarkerS
                                  QWidget* parent)
     : QMainWindow(parent)
     , m_manager(manager)
-    , m_datasource(std::make_unique<TNFTPDatasource>(markers, names))
+    , m_datasource(std::make_unique<TNFTPDatasource>(NotificationCenter::defaultCenter(), markers, names))
     , m_clock(&Clock::system())
     , m_cacheDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/voicemail"))
 {
