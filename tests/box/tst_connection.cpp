@@ -181,9 +181,6 @@ private slots:
         const QString other = manager.addNewLocation();
         manager.activateCurrentLocationForID(current);
         QCOMPARE(manager.currentUID(), current);
-        // Even where a process-wide current location exists, it is not the one to blame.
-        TNPreferencesManager::setSharedManager(&manager);
-        const auto unshare = qScopeGuard([] { TNPreferencesManager::setSharedManager(nullptr); });
         NotificationCenter center;
         RouterSessions sessions(center, Clock::system(), &manager);
         const auto otherPrefs = manager.locationPreferencesForUID(other);

@@ -12,8 +12,8 @@
 
 FTPCommandSession::FTPCommandSession(CliContext& context)
     : ctx(context)
-    , connection(NotificationCenter::defaultCenter())
-    , datasource(NotificationCenter::defaultCenter(), context.environment().voicemailMarkers(),
+    , connection(context.environment().notifications())
+    , datasource(context.environment().notifications(), context.environment().voicemailMarkers(),
                  &context.environment().callerNames())
 {
     auto prefs = ctx.targetLocation();

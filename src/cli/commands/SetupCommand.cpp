@@ -28,7 +28,7 @@ void SetupCommand::setup(CLI::App& app, CliContext& ctx)
             TNAssistantDatasource source(ctx.settings(), ctx.secrets(), ctx.environment().routerSessions());
             if (source.assistantDataForHost(&data) != AssistantRules::ReadOutcome::Ok)
                 throw CliError(1, source.errorMessage());
-            TNAssistantSaver saver(ctx.manager(), NotificationCenter::defaultCenter());
+            TNAssistantSaver saver(ctx.manager(), ctx.environment().notifications());
             const QString uid = saver.savePreferences(data);
             if (uid.isEmpty())
                 throw CliError(1, saver.errorMessage());

@@ -28,10 +28,6 @@ AppEnvironment::~AppEnvironment()
     // Contacts use the cache, which goes with the database.
     m_callerNames.reset();
     m_contacts.reset();
-    if (TNPreferencesManager::sharedManager() == m_manager.get())
-        TNPreferencesManager::setSharedManager(nullptr);
-    if (SettingsStore::standard() == m_settings.get())
-        SettingsStore::setStandard(nullptr);
 }
 
 bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
@@ -59,7 +55,6 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_settings->sync();
         m_corrupt = false;
     }
-    SettingsStore::setStandard(m_settings.get());
     if (!m_callinglist) {
         m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings,
                                                         m_center);
@@ -70,7 +65,6 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
     if (m_callinglist) {
         m_callinglist->setPreferencesManager(m_manager.get());
     }
-    TNPreferencesManager::setSharedManager(m_manager.get());
     m_manager->start();
     m_routerSessions =
         std::make_unique<RouterSessions>(m_center, Clock::system(), m_manager.get());

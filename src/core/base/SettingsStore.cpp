@@ -10,12 +10,6 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include <atomic>
-
-namespace {
-std::atomic<SettingsStore*> g_standard{nullptr};
-}
-
 SettingsStore::SettingsStore(QString filePath) : m_path(std::move(filePath)) {}
 
 SettingsStore::LoadResult SettingsStore::load()
@@ -143,12 +137,3 @@ bool SettingsStore::writeLocked()
     return true;
 }
 
-SettingsStore* SettingsStore::standard()
-{
-    return g_standard.load();
-}
-
-void SettingsStore::setStandard(SettingsStore* store)
-{
-    g_standard.store(store);
-}

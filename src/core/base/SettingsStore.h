@@ -35,8 +35,6 @@ public:
     bool sync();
 
     // The store of the composition root.
-    static SettingsStore* standard();
-    static void setStandard(SettingsStore* store);
 
 private:
     bool writeLocked();

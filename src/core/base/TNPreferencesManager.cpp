@@ -14,10 +14,8 @@
 #include <QUuid>
 
 #include <algorithm>
-#include <atomic>
 
 namespace {
-std::atomic<TNPreferencesManager*> g_shared{nullptr};
 
 QString newUID()
 {
@@ -36,16 +34,6 @@ void TNPreferencesManager::start()
     fixDefaultsIfNeeded();
     convertToUniqueProfiles();
     updateProfiles();
-}
-
-TNPreferencesManager* TNPreferencesManager::sharedManager()
-{
-    return g_shared.load();
-}
-
-void TNPreferencesManager::setSharedManager(TNPreferencesManager* manager)
-{
-    g_shared.store(manager);
 }
 
 bool TNPreferencesManager::fixDefaultsIfNeeded()

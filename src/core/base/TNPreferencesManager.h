@@ -24,9 +24,6 @@ public:
     // The start-up sequence: fixDefaultsIfNeeded, convertToUniqueProfiles, updateProfiles.
     void start();
 
-    static TNPreferencesManager* sharedManager();
-    static void setSharedManager(TNPreferencesManager* manager);
-
     void setProfileDataStore(ProfileDataStore* profiles) { m_profiles = profiles; }
 
     bool fixDefaultsIfNeeded();

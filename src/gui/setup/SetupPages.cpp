@@ -380,7 +380,7 @@ bool SavePage::validatePage()
         return true;
     m_progress->setValue(0);
     m_progress->show();
-    TNAssistantSaver saver(m_wizard->environment().manager(), NotificationCenter::defaultCenter());
+    TNAssistantSaver saver(m_wizard->environment().manager(), m_wizard->environment().notifications());
     const QString uid = saver.savePreferences(m_wizard->routerData());
     if (uid.isEmpty()) {
         m_error->setText(saver.errorMessage());
