@@ -69,8 +69,6 @@ private slots:
         values[13] = QStringLiteral("5559999");
         const QVariantList fresh = linesFromValues(values);
         QCOMPARE(fresh.size(), 4);
-        QCOMPARE(fresh[1].toMap().value(QStringLiteral("Title")).toString(), QStringLiteral("POTS"));
-        QCOMPARE(fresh[2].toMap().value(QStringLiteral("Title")).toString(), QStringLiteral("SIP1"));
         QCOMPARE(fresh[3].toMap().value(QStringLiteral("Title")).toString(), QStringLiteral("SIP2"));
 
         const QVariantList existing{

@@ -75,7 +75,6 @@ void TestTrafficSampler::timerFollowsMenuAndPanel()
     QVERIFY(sampler.isRunning());
     sampler.setPanelOpen(false);
     QVERIFY(!sampler.isRunning());
-    QVERIFY(queries >= 3);
 }
 
 QTEST_GUILESS_MAIN(TestTrafficSampler)

