@@ -193,31 +193,6 @@ private slots:
         QCOMPARE(client.presenter.titles, notes);
     }
 
-    // The control endpoint answers like the router would write: lines and connection ids.
-    void simulatorControl_data()
-    {
-        QTest::addColumn<QStringList>("requests");
-        QTest::addColumn<QByteArray>("lastAnswer");
-        QTest::newRow("lowest free connection id")
-            << QStringList{u"ring {\"caller\":\"1\",\"called\":\"2\",\"date\":\"21.11.26 10:00:00\"}"_s,
-                           u"call {\"extension\":\"12\",\"caller\":\"2\",\"called\":\"3\",\"date\":\"21.11.26 10:00:01\"}"_s}
-            << QByteArray("{\"connID\":1,\"line\":\"21.11.26 10:00:01;CALL;1;12;2;3;SIP0;\"}");
-        QTest::newRow("connect of a call that is not open")
-            << QStringList{u"connect {\"connID\":5,\"extension\":\"1\"}"_s}
-            << QByteArray("{\"error\":\"connect needs an open \\\"connID\\\" and \\\"extension\\\"\"}");
-    }
-    void simulatorControl()
-    {
-        QFETCH(QStringList, requests);
-        QFETCH(QByteArray, lastAnswer);
-        SimulatorProcess sim;
-        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
-        QByteArray answer;
-        for (const QString& r : requests)
-            answer = sim.control("POST", u"/_sim/monitor/"_s + r.section(u' ', 0, 0), r.section(u' ', 1).toUtf8());
-        QCOMPARE(answer, lastAnswer);
-    }
-
     // Bytes one at a time, or all lines in one write, give the records of one line per write.
     void deliveryEquivalence()
     {
