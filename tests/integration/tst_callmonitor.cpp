@@ -9,6 +9,7 @@
 #include "monitor/NotificationPresenter.h"
 #include "monitor/StreamListener.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -101,6 +102,29 @@ bool waitForClients(SimulatorProcess& sim, int n, int timeoutMs = 10000)
 // "ring {json}", "dial NUMBER EXT" (the program dials), ...
 using Steps = QStringList;
 
+// Ports nothing listens on, distinct: all probes are held until the end.
+QStringList freePorts(int n)
+{
+    std::list<QTcpServer> probes(n);
+    QStringList out;
+    for (QTcpServer& p : probes)
+        out << (p.listen(QHostAddress::LocalHost) ? QString::number(p.serverPort()) : QString());
+    return out;
+}
+
+// A location on 127.0.0.1 with the given ports; false when the command line refuses it.
+bool addLocation(TempEnv& env, const QStringList& ports, const QByteArray& input = {})
+{
+    return runCli(env, QStringList{u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s} + ports, input).exitCode == 0;
+}
+
+// "tondrel-cli monitor" in the background.
+void startMonitor(QProcess& cli, const TempEnv& env, const QStringList& arguments)
+{
+    cli.start(QStringLiteral(TONDREL_CLI_PATH), QStringList{u"--config-dir"_s, env.configDir(), u"--data-dir"_s,
+                                                            env.dataDir(), u"--secrets"_s, u"file"_s} + arguments);
+}
+
 } // namespace
 
 class TestCallMonitor : public QObject
@@ -169,46 +193,6 @@ private slots:
         QCOMPARE(client.presenter.titles, notes);
     }
 
-    // The control endpoint answers like the router would write: lines and connection ids.
-    void simulatorControl_data()
-    {
-        QTest::addColumn<QStringList>("requests");
-        QTest::addColumn<QByteArray>("lastAnswer");
-        QTest::newRow("lowest free connection id")
-            << QStringList{u"ring {\"caller\":\"1\",\"called\":\"2\",\"date\":\"21.11.26 10:00:00\"}"_s,
-                           u"call {\"extension\":\"12\",\"caller\":\"2\",\"called\":\"3\",\"date\":\"21.11.26 10:00:01\"}"_s}
-            << QByteArray("{\"connID\":1,\"line\":\"21.11.26 10:00:01;CALL;1;12;2;3;SIP0;\"}");
-        QTest::newRow("connect names the caller")
-            << QStringList{u"ring {\"caller\":\"0301\",\"called\":\"2\",\"trunk\":\"POTS\"}"_s,
-                           u"connect {\"connID\":0,\"extension\":\"4\",\"date\":\"21.11.26 10:00:02\"}"_s}
-            << QByteArray("{\"connID\":0,\"line\":\"21.11.26 10:00:02;CONNECT;0;4;0301;\"}");
-        QTest::newRow("unanswered call lasts 0 s")
-            << QStringList{u"ring {\"caller\":\"0301\",\"called\":\"2\"}"_s,
-                           u"disconnect {\"connID\":0,\"date\":\"21.11.26 10:00:09\"}"_s}
-            << QByteArray("{\"connID\":0,\"line\":\"21.11.26 10:00:09;DISCONNECT;0;0;\"}");
-        QTest::newRow("connect of a call that is not open")
-            << QStringList{u"connect {\"connID\":5,\"extension\":\"1\"}"_s}
-            << QByteArray("{\"error\":\"connect needs an open \\\"connID\\\" and \\\"extension\\\"\"}");
-        QTest::newRow("ring needs the called number")
-            << QStringList{u"ring {\"caller\":\"0301\"}"_s} << QByteArray("{\"error\":\"ring needs \\\"called\\\"\"}");
-        QTest::newRow("connection id already in use")
-            << QStringList{u"ring {\"connID\":3,\"called\":\"2\"}"_s, u"ring {\"connID\":3,\"called\":\"2\"}"_s}
-            << QByteArray("{\"error\":\"connection 3 is already open\"}");
-        QTest::newRow("body that is not JSON") << QStringList{u"ring [1,2]"_s}
-                                               << QByteArray("{\"error\":\"body is not a JSON object\"}");
-    }
-    void simulatorControl()
-    {
-        QFETCH(QStringList, requests);
-        QFETCH(QByteArray, lastAnswer);
-        SimulatorProcess sim;
-        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
-        QByteArray answer;
-        for (const QString& r : requests)
-            answer = sim.control("POST", u"/_sim/monitor/"_s + r.section(u' ', 0, 0), r.section(u' ', 1).toUtf8());
-        QCOMPARE(answer, lastAnswer);
-    }
-
     // Bytes one at a time, or all lines in one write, give the records of one line per write.
     void deliveryEquivalence()
     {
@@ -257,14 +241,9 @@ private slots:
         SimulatorProcess sim;
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
         TempEnv env;
-        const CliResult added = runCli(env, {u"location"_s, u"add"_s, u"--name"_s, u"Box"_s, u"--host"_s, u"127.0.0.1"_s,
-                                             u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s))});
-        QCOMPARE(added.exitCode, 0);
-
+        QVERIFY(addLocation(env, {u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s))}));
         QProcess cli;
-        cli.start(QStringLiteral(TONDREL_CLI_PATH),
-                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
-                   u"--json"_s, u"monitor"_s, u"--count"_s, u"3"_s, u"--timeout"_s, u"60"_s});
+        startMonitor(cli, env, {u"--json"_s, u"monitor"_s, u"--count"_s, u"3"_s, u"--timeout"_s, u"60"_s});
         QVERIFY(waitForClients(sim, 1));
         sim.control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301234567#\",\"called\":\"5551234\",\"date\":\"21.11.26 10:00:00\"}");
         sim.control("POST", u"/_sim/monitor/connect"_s, "{\"connID\":0,\"extension\":\"1\"}");
@@ -304,19 +283,15 @@ private slots:
         SimulatorProcess sim;
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
         TempEnv env;
-        QCOMPARE(runCli(env,
-                        {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--web-port"_s,
-                         QString::number(sim.port(u"web"_s)), u"--tr064-port"_s, QString::number(sim.port(u"tr064"_s)),
-                         u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--password-stdin"_s},
-                        "secret\n")
-                     .exitCode,
-                 0);
+        QVERIFY(addLocation(env,
+                            {u"--web-port"_s, QString::number(sim.port(u"web"_s)), u"--tr064-port"_s,
+                             QString::number(sim.port(u"tr064"_s)), u"--monitor-port"_s,
+                             QString::number(sim.port(u"monitor"_s)), u"--password-stdin"_s},
+                            "secret\n"));
         QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"ListAferCall"_s, afterCall ? u"true"_s : u"false"_s}).exitCode, 0);
 
         QProcess cli;
-        cli.start(QStringLiteral(TONDREL_CLI_PATH),
-                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
-                   u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"30"_s});
+        startMonitor(cli, env, {u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"30"_s});
         QVERIFY(waitForClients(sim, 1));
         sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0301234567","called":"5551234"})");
         sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0})");
@@ -331,44 +306,63 @@ private slots:
 
     void cliFailsWhenNothingListens()
     {
-        QTcpServer probe;
-        QVERIFY(probe.listen(QHostAddress::LocalHost));
-        const quint16 port = probe.serverPort();
-        probe.close();
         TempEnv env;
-        QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--monitor-port"_s,
-                              QString::number(port)})
-                     .exitCode,
-                 0);
+        QVERIFY(addLocation(env, {u"--monitor-port"_s, freePorts(1).constFirst()}));
         const CliResult r = runCli(env, {u"monitor"_s, u"--timeout"_s, u"2"_s});
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.err.contains("tondrel-cli: cannot connect to the call monitor"), r.err.constData());
     }
 
+    // A ringing call is named from the user's address book, and the name is cached for the next call.
+    void cliNamesTheCallerFromTheAddressBook()
+    {
+        SimulatorProcess sim;
+        QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
+        TempEnv env;
+        QVERIFY(QDir().mkpath(env.dataDir()));
+        const QString book = QDir(env.dataDir()).filePath(u"contacts.vcf"_s);
+        QFile vcf(book);
+        QVERIFY(vcf.open(QIODevice::WriteOnly));
+        vcf.write("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:abc-1\r\nN:O'Brien;Anna;;;\r\nFN:Anna O'Brien\r\n"
+                  "TEL;TYPE=WORK:+49 30 1234567\r\nEND:VCARD\r\n");
+        vcf.close();
+        QVERIFY(addLocation(env, {u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--prefixes"_s,
+                                  u"00,49,0,30"_s}));
+        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"AddressBook"_s, book}).exitCode, 0);
+
+        QProcess cli;
+        startMonitor(cli, env, {u"--json"_s, u"monitor"_s, u"--count"_s, u"1"_s, u"--timeout"_s, u"30"_s});
+        QVERIFY(waitForClients(sim, 1));
+        sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0301234567","called":"5551234"})");
+        QVERIFY(cli.waitForFinished(20000));
+        QCOMPARE(cli.exitCode(), 0);
+        const QJsonObject ring = QJsonDocument::fromJson(cli.readAllStandardOutput().trimmed()).object();
+        const QJsonArray contact = ring.value(u"contact"_s).toArray();
+        QCOMPARE(contact.at(1).toString(), u"Anna O'Brien"_s);
+        QCOMPARE(contact.at(2).toString(), u"work"_s);
+
+        // The name went into the caller cache: found without the book now.
+        QVERIFY(vcf.remove());
+        const CliResult r = runCli(env, {u"--json"_s, u"lookup"_s, u"0301234567"_s});
+        QCOMPARE(r.exitCode, 0);
+        const QJsonObject found = QJsonDocument::fromJson(r.out).object();
+        QCOMPARE(found.value(u"name"_s).toString(), u"Anna O'Brien"_s);
+        QCOMPARE(found.value(u"source"_s).toString(), u"cache"_s);
+    }
+
     // The router goes away and comes back on the same port: the monitor finds it again.
     void reconnectsAfterTheRouterRestarts()
     {
-        quint16 ports[3];
-        for (auto& p : ports) {
-            QTcpServer probe;
-            QVERIFY(probe.listen(QHostAddress::LocalHost));
-            p = probe.serverPort();
-        }
-        const QStringList fixed{u"--web-port"_s, QString::number(ports[0]), u"--monitor-port"_s,
-                                QString::number(ports[1]), u"--tr064-port"_s, QString::number(ports[2])};
+        const QStringList ports = freePorts(3);
+        const QString monitorPort = ports[1];
+        const QStringList fixed{u"--web-port"_s, ports[0], u"--monitor-port"_s, monitorPort, u"--tr064-port"_s, ports[2]};
         auto sim = std::make_unique<SimulatorProcess>(fixed);
         QVERIFY2(sim->isRunning(), qPrintable(sim->error()));
-        QCOMPARE(sim->port(u"monitor"_s), int(ports[1]));
 
         TempEnv env;
-        QCOMPARE(runCli(env, {u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s, u"--monitor-port"_s,
-                              QString::number(ports[1])})
-                     .exitCode,
-                 0);
+        QVERIFY(addLocation(env, {u"--monitor-port"_s, monitorPort}));
         QProcess cli;
-        cli.start(QStringLiteral(TONDREL_CLI_PATH),
-                  {u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s, u"file"_s,
-                   u"--json"_s, u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"60"_s});
+        startMonitor(cli, env, {u"--json"_s, u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"60"_s});
         QVERIFY(waitForClients(*sim, 1));
         sim->control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301111111\",\"called\":\"5551234\"}");
         QTRY_VERIFY(cli.bytesAvailable() > 0 || cli.canReadLine());

@@ -106,8 +106,6 @@ private slots:
     {
         QTest::addColumn<int>("after");
         QTest::addColumn<bool>("loginAgain");
-        QTest::newRow("at once") << 0 << false;
-        QTest::newRow("after 500 s") << 500 << false;
         QTest::newRow("after 550 s") << 550 << false;
         QTest::newRow("after 551 s") << 551 << true;
     }
@@ -199,9 +197,7 @@ private slots:
         const QByteArray lua = "{\"firmware\":\"lua\"}";
         const QByteArray form = "{\"firmware\":\"form\"}";
         QTest::newRow("WLAN page, Lua") << lua << QStringLiteral("getWLAN") << QStringLiteral("<!-- pagename:/wlan/wlan_settings.lua-->");
-        QTest::newRow("call-through page, Lua") << lua << QStringLiteral("filter") << QStringLiteral("<!-- pagename:/fon_num/callthrough.lua-->");
         QTest::newRow("WLAN page, older firmware") << form << QStringLiteral("getWLAN") << QStringLiteral("name=\"var:pagename\" value=\"common\"");
-        QTest::newRow("update page, older firmware") << form << QStringLiteral("firmware") << QStringLiteral("name=\"var:pagename\" value=\"update\"");
     }
     void fetchedPagesCarryTheirMarker()
     {

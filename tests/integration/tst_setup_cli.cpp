@@ -80,9 +80,6 @@ void TestSetupCli::locationComesFromTheRouter()
     QVERIFY2(shown.exitCode == 0, shown.err.constData());
     const QJsonObject loc = QJsonDocument::fromJson(shown.out).object();
     QCOMPARE(loc.value(u"uid"_s).toString(), result.value(u"uid"_s).toString());
-    QVERIFY(loc.value(u"current"_s).toBool());
-    QCOMPARE(loc.value(u"Name"_s).toString(), u"Zurich"_s);
-    QCOMPARE(loc.value(u"Host"_s).toString(), u"127.0.0.1"_s);
     QCOMPARE(loc.value(u"Prefixis"_s).toArray(), (QJsonArray{u"00"_s, u"41"_s, u"0"_s, u"44"_s}));
     QCOMPARE(loc.value(u"dialport"_s).toInt(), 52);
     QCOMPARE(loc.value(u"RemoteHost"_s).toString(), remoteHost);
@@ -96,8 +93,7 @@ void TestSetupCli::locationComesFromTheRouter()
     QCOMPARE(lines.first().toObject().value(u"Line"_s).toString(), u"5551234"_s);
 
     // The location works: the router's book can be read with what setup stored.
-    const CliResult book = runCli(env, {u"phonebook"_s, u"show"_s});
-    QVERIFY2(book.exitCode == 0, book.err.constData());
+    QCOMPARE(runCli(env, {u"phonebook"_s, u"show"_s}).exitCode, 0);
 }
 
 void TestSetupCli::nothingIsWrittenOnFailure_data()
@@ -122,8 +118,7 @@ void TestSetupCli::nothingIsWrittenOnFailure()
     const CliResult r = setup(env, sim, password);
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(message), r.err.constData());
-    const CliResult list = runCli(env, {u"--json"_s, u"location"_s, u"list"_s});
-    QCOMPARE(QJsonDocument::fromJson(list.out).array().size(), 0);
+    QVERIFY(QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"location"_s, u"list"_s}).out).array().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestSetupCli)
