@@ -40,38 +40,26 @@ void TestSmartConditions::rules_data()
     QTest::newRow("date month") << Conditions{{ColumnDate, Month, u"02"_s}} << u"D"_s;
     QTest::newRow("date year") << Conditions{{ColumnDate, Year, u"2025"_s}} << u"E"_s;
     QTest::newRow("date last 7 days") << Conditions{{ColumnDate, LastDays, u"7"_s}} << u"ABCFG"_s;
-    QTest::newRow("date last 2 days") << Conditions{{ColumnDate, LastDays, u"2"_s}} << u"ABG"_s;
     QTest::newRow("date exactly 1 day ago") << Conditions{{ColumnDate, DaysAgo, u"1"_s}} << u"B"_s;
-    QTest::newRow("date exactly 3 days ago") << Conditions{{ColumnDate, DaysAgo, u"3"_s}} << u"F"_s;
     QTest::newRow("date exactly 0 days ago") << Conditions{{ColumnDate, DaysAgo, u"0"_s}} << u"AG"_s;
 
     QTest::newRow("name is, with apostrophe") << Conditions{{ColumnName, Is, u"Pat O'Brien"_s}} << u"B"_s;
     QTest::newRow("name is not (unnamed calls never match)")
         << Conditions{{ColumnName, IsNot, u"Pat O'Brien"_s}} << u"ADE"_s;
-    QTest::newRow("name contains Mu") << Conditions{{ColumnName, Contains, u"Mu"_s}} << u"E"_s;
     QTest::newRow("name contains, any case") << Conditions{{ColumnName, Contains, u"o'b"_s}} << u"B"_s;
     QTest::newRow("name contains not") << Conditions{{ColumnName, ContainsNot, u"Mu"_s}} << u"ABD"_s;
 
     QTest::newRow("number is") << Conditions{{ColumnNumber, Is, u"030111"_s}} << u"AD"_s;
-    QTest::newRow("number is not") << Conditions{{ColumnNumber, IsNot, u"030111"_s}} << u"BCEFG"_s;
-    QTest::newRow("number contains") << Conditions{{ColumnNumber, Contains, u"0301"_s}} << u"AD"_s;
     QTest::newRow("number contains not") << Conditions{{ColumnNumber, ContainsNot, u"030"_s}} << u"CEG"_s;
 
     QTest::newRow("extension is") << Conditions{{ColumnExtension, Is, u"Küche"_s}} << u"ACFG"_s;
-    QTest::newRow("extension is not") << Conditions{{ColumnExtension, IsNot, u"Küche"_s}} << u"BDE"_s;
     QTest::newRow("extension contains") << Conditions{{ColumnExtension, Contains, u"ür"_s}} << u"BD"_s;
-    QTest::newRow("extension contains not")
-        << Conditions{{ColumnExtension, ContainsNot, u"a"_s}} << u"ABCDFG"_s;
 
     QTest::newRow("line is") << Conditions{{ColumnLine, Is, u"5550003"_s}} << u"E"_s;
-    QTest::newRow("line is not") << Conditions{{ColumnLine, IsNot, u"5550001"_s}} << u"BDE"_s;
     QTest::newRow("line contains") << Conditions{{ColumnLine, Contains, u"0002"_s}} << u"BD"_s;
-    QTest::newRow("line contains not") << Conditions{{ColumnLine, ContainsNot, u"0001"_s}} << u"BDE"_s;
 
     QTest::newRow("duration is") << Conditions{{ColumnDuration, Is, u"1:30"_s}} << u"C"_s;
     QTest::newRow("duration is not") << Conditions{{ColumnDuration, IsNot, u"0:00"_s}} << u"ACDEF"_s;
-    QTest::newRow("duration contains") << Conditions{{ColumnDuration, Contains, u":0"_s}} << u"ABEFG"_s;
-    QTest::newRow("duration contains not") << Conditions{{ColumnDuration, ContainsNot, u":0"_s}} << u"CD"_s;
     QTest::newRow("a percent sign is no wildcard") << Conditions{{ColumnDuration, Contains, u"%"_s}} << u""_s;
 
     QTest::newRow("type incoming") << Conditions{{ColumnCallType, TypeIncoming, {}}} << u"ADF"_s;

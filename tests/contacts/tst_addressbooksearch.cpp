@@ -32,7 +32,7 @@ private slots:
     void batchLookup();
     void formatting_data();
     void formatting();
-    void bookAnswerIsCachedOnce();
+    void bookAnswerIsCachedOnceAndWins();
     void contextChangeGivesFreshIndex();
 };
 
@@ -48,14 +48,8 @@ void TestAddressBookSearch::singleLookup_data()
     QTest::newRow("international entry, national number")
         << QStringList{u"a:Hans Meier:work=+49 30 1234"_s} << berlin << u"0301234"_s
         << QStringList{u"a"_s, u"Hans Meier"_s, u"work"_s};
-    QTest::newRow("0049 entry, national number")
-        << QStringList{u"a:Hans Meier:work=0049 (30) 1234"_s} << berlin << u"0301234"_s
-        << QStringList{u"a"_s, u"Hans Meier"_s, u"work"_s};
     QTest::newRow("entry with own area, local call")
         << QStringList{u"a:Hans Meier:home=0301234"_s} << berlin << u"1234"_s
-        << QStringList{u"a"_s, u"Hans Meier"_s, u"home"_s};
-    QTest::newRow("international entry, local call")
-        << QStringList{u"a:Hans Meier:home=+49 30 1234"_s} << berlin << u"1234"_s
         << QStringList{u"a"_s, u"Hans Meier"_s, u"home"_s};
     QTest::newRow("entry without area, national number")
         << QStringList{u"a:Hans Meier:home=1234"_s} << berlin << u"0301234"_s << none;
@@ -63,9 +57,6 @@ void TestAddressBookSearch::singleLookup_data()
         << QStringList{u"a:Hans Meier:home=089 1234"_s} << berlin << u"1234"_s << none;
     QTest::newRow("foreign number") << QStringList{u"a:Jan Novak:mobile=+420 777 123"_s} << berlin
                                     << u"00420777123"_s << QStringList{u"a"_s, u"Jan Novak"_s, u"mobile"_s};
-    QTest::newRow("mobile written with brackets")
-        << QStringList{u"a:Eva Kern:iPhone=+49 (171) 555-0111"_s} << berlin << u"01715550111"_s
-        << QStringList{u"a"_s, u"Eva Kern"_s, u"iPhone"_s};
     QTest::newRow("second entry of a contact")
         << QStringList{u"a:Eva Kern:home=0301,mobile=0171 2"_s} << berlin << u"01712"_s
         << QStringList{u"a"_s, u"Eva Kern"_s, u"mobile"_s};
@@ -87,8 +78,6 @@ void TestAddressBookSearch::singleLookup_data()
     QTest::newRow("only a leading plus is the prefix")
         << QStringList{u"a:Anna Erst:home=(+1) 2+3"_s} << berlin << u"0012+3"_s
         << QStringList{u"a"_s, u"Anna Erst"_s, u"home"_s};
-    QTest::newRow("contact without phones")
-        << QStringList{u"a:Anna Erst:"_s} << berlin << u"0301234"_s << none;
     QTest::newRow("empty book") << QStringList{} << berlin << u"0301234"_s << none;
 }
 
@@ -159,14 +148,9 @@ void TestAddressBookSearch::formatting_data()
     QTest::newRow("company in the middle")
         << QVariantMap{{u"Firstname"_s, 0}, {u"Company"_s, 1}, {u"Surname"_s, 2}}
         << QStringList{u"Hans"_s, u"Meier"_s, u"ACME"_s} << u"Hans - ACME - Meier"_s;
-    QTest::newRow("format without company, company alone")
-        << QVariantMap{{u"Firstname"_s, 0}, {u"Surname"_s, 1}} << QStringList{u""_s, u""_s, u"ACME"_s}
-        << u"ACME"_s;
     QTest::newRow("format without company hides it")
         << QVariantMap{{u"Firstname"_s, 0}, {u"Surname"_s, 1}}
         << QStringList{u"Hans"_s, u"Meier"_s, u"ACME"_s} << u"Hans Meier"_s;
-    QTest::newRow("surname first") << QVariantMap{{u"Surname"_s, 0}, {u"Firstname"_s, 1}}
-                                   << QStringList{u"Hans"_s, u"Meier"_s, u""_s} << u"Meier Hans"_s;
     QTest::newRow("short surname") << QVariantMap{{u"Firstname"_s, 0}, {u"Surname_Short"_s, 1}}
                                    << QStringList{u"Hans"_s, u"Meier"_s, u""_s} << u"Hans M."_s;
     QTest::newRow("one-letter first name not shortened")
@@ -191,7 +175,7 @@ void TestAddressBookSearch::formatting()
              expected);
 }
 
-void TestAddressBookSearch::bookAnswerIsCachedOnce()
+void TestAddressBookSearch::bookAnswerIsCachedOnceAndWins()
 {
     StaticAddressBook ab(people({u"a:Hans Meier:mobile=+49 171 555"_s}));
     MemoryCallerCache cache;
@@ -206,6 +190,18 @@ void TestAddressBookSearch::bookAnswerIsCachedOnce()
                                                                  Prefixis(berlin), nameFormat, &source);
     QCOMPARE(second, first);
     QCOMPARE(source, methods::CallerSource::Cache);
+
+    // A name after the number is no part of it; unknown numbers are not cached.
+    QCOMPARE(methods::searchNameForPhonenumber(QStringLiteral("0171555 (Meier)"), &cache, nullptr,
+                                               Prefixis(berlin), nameFormat, &source),
+             first);
+    QCOMPARE(methods::searchNameForPhonenumber(QStringLiteral("0302"), &cache, &ab, Prefixis(berlin), nameFormat,
+                                               &source),
+             (QStringList{u""_s, u""_s, u""_s}));
+    QCOMPARE(source, methods::CallerSource::None);
+    QCOMPARE(cache.rows.size(), 1);
+    QCOMPARE(methods::searchNameForPhonenumber(QString(), &cache, &ab, Prefixis(berlin), nameFormat),
+             (QStringList{u""_s, u""_s, u""_s}));
 }
 
 void TestAddressBookSearch::contextChangeGivesFreshIndex()

@@ -181,14 +181,10 @@ void TestVCard::typesToLabels_data()
 {
     QTest::addColumn<QStringList>("types");
     QTest::addColumn<QString>("label");
-    QTest::newRow("home voice") << QStringList{u"HOME"_s, u"VOICE"_s} << u"home"_s;
-    QTest::newRow("work") << QStringList{u"WORK"_s} << u"work"_s;
     QTest::newRow("cell") << QStringList{u"CELL"_s, u"VOICE"_s} << u"mobile"_s;
     QTest::newRow("cell beats home") << QStringList{u"HOME"_s, u"CELL"_s} << u"mobile"_s;
     QTest::newRow("iphone beats cell") << QStringList{u"IPHONE"_s, u"CELL"_s} << u"iPhone"_s;
-    QTest::newRow("main") << QStringList{u"MAIN"_s} << u"main"_s;
     QTest::newRow("home fax is other") << QStringList{u"HOME"_s, u"FAX"_s} << u"other"_s;
-    QTest::newRow("pager") << QStringList{u"PAGER"_s} << u"other"_s;
     QTest::newRow("no type") << QStringList{} << u"other"_s;
 }
 
