@@ -8,7 +8,8 @@
 static void BM_Md5Response(benchmark::State& state)
 {
     for (auto _ : state)
-        benchmark::DoNotOptimize(FBLoginHash::responseForChallenge(QStringLiteral("1234567z"), QStringLiteral("äbc")));
+        benchmark::DoNotOptimize(
+            FBLoginHash::responseForChallenge(QStringLiteral("1234567z"), QStringLiteral("äbc")));
 }
 BENCHMARK(BM_Md5Response);
 
@@ -16,8 +17,8 @@ BENCHMARK(BM_Md5Response);
 static void BM_Pbkdf2Response(benchmark::State& state)
 {
     for (auto _ : state)
-        benchmark::DoNotOptimize(
-            FBLoginHash::responseForChallenge(QStringLiteral("2$10000$5A1711$2000$5A1722"), QStringLiteral("1example!")));
+        benchmark::DoNotOptimize(FBLoginHash::responseForChallenge(
+            QStringLiteral("2$10000$5A1711$2000$5A1722"), QStringLiteral("1example!")));
 }
 BENCHMARK(BM_Pbkdf2Response)->Unit(benchmark::kMillisecond);
 

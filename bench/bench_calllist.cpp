@@ -39,7 +39,8 @@ QString numberFor(int i)
 std::unique_ptr<Generated> generate()
 {
     auto g = std::make_unique<Generated>();
-    g->calls = std::make_unique<TNCallinglist>(g->dir.filePath(QStringLiteral("Tondrel.db")), g->settings, g->center);
+    g->calls = std::make_unique<TNCallinglist>(g->dir.filePath(QStringLiteral("Tondrel.db")), g->settings,
+                                               g->center);
     std::mt19937 rng(4711);
     static const QString surnames[] = {QStringLiteral("Müller"),  QStringLiteral("Schmidt"),
                                        QStringLiteral("O'Brien"), QStringLiteral("Meyer"),

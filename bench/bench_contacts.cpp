@@ -1,8 +1,8 @@
 // Address-book matching at the sizes of a large book: 10,000 contacts with 3 numbers each, and
 // the caller cache's 5,000 numbers refreshed in one batch.
+#include "base/StringAdditions.h"
 #include "contacts/AddressBookIndex.h"
 #include "contacts/AddressBookSearch.h"
-#include "base/StringAdditions.h"
 #include "contacts/VCardAddressBook.h"
 #include "contacts/VCardParser.h"
 

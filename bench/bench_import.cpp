@@ -28,9 +28,12 @@ public:
     {
         auto snap = std::make_shared<AddressBookSnapshot>();
         for (int i = 0; i < 1000; ++i)
-            snap->people.append({QStringLiteral("uid-%1").arg(i), QStringLiteral("Vorname%1").arg(i),
-                                 QStringLiteral("Müller"), QString(),
-                                 {{QStringLiteral("home"), QStringLiteral("030 %1").arg(700000 + i)}}, {}});
+            snap->people.append({QStringLiteral("uid-%1").arg(i),
+                                 QStringLiteral("Vorname%1").arg(i),
+                                 QStringLiteral("Müller"),
+                                 QString(),
+                                 {{QStringLiteral("home"), QStringLiteral("030 %1").arg(700000 + i)}},
+                                 {}});
         m_snap = snap;
     }
     bool isAvailable() const override { return true; }
@@ -51,7 +54,8 @@ QString journalText(int rows)
     const QDateTime newest(QDate(2026, 3, 14), QTime(18, 0));
     for (int i = 0; i < rows; ++i) {
         const int n = number(rng);
-        const QString digits = n < 1000 ? QStringLiteral("030%1").arg(700000 + n) : QStringLiteral("0170%1").arg(n * 7919);
+        const QString digits =
+            n < 1000 ? QStringLiteral("030%1").arg(700000 + n) : QStringLiteral("0170%1").arg(n * 7919);
         text += QStringLiteral("%1;%2;%3;%4;%5;Internet: 5550001;0:%6\n")
                     .arg(type(rng))
                     .arg(newest.addSecs(-qint64(i) * 420).toString(QStringLiteral("dd.MM.yy HH:mm")),
@@ -80,7 +84,8 @@ struct Profile
         manager->start();
         calls->setPreferencesManager(manager.get());
         auto prefs = manager->locationPreferencesForUID(manager->addNewLocation());
-        prefs->prefixis = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"), QStringLiteral("30")};
+        prefs->prefixis = {QStringLiteral("00"), QStringLiteral("49"), QStringLiteral("0"),
+                           QStringLiteral("30")};
         prefs->save();
         profile = prefs->activeProfileInt;
     }
@@ -108,7 +113,8 @@ void BM_ImportFile100k(benchmark::State& state)
         state.ResumeTiming();
     }
     state.counters["imported"] = imported;
-    state.counters["rows/s"] = benchmark::Counter(double(imported) * double(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["rows/s"] =
+        benchmark::Counter(double(imported) * double(state.iterations()), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_ImportFile100k)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 

@@ -113,7 +113,8 @@ void BM_LineToNotification(benchmark::State& state)
     }
     int n = 0;
     for (auto _ : state) {
-        const QByteArray line = "21.11.26 19:00:00;RING;" + QByteArray::number(n % 8) + ";0301234567;5551234;SIP0;\n";
+        const QByteArray line =
+            "21.11.26 19:00:00;RING;" + QByteArray::number(n % 8) + ";0301234567;5551234;SIP0;\n";
         const int before = setup.presenter.delivered;
         const auto start = std::chrono::steady_clock::now();
         router->write(line);

@@ -10,13 +10,14 @@
 #include <QJsonArray>
 
 BoxSimulator::BoxSimulator(Scenario& scenario, QObject* parent)
-    : QObject(parent), m_scenario(scenario), m_state(scenario), m_login(m_state), m_webInterface(m_state, m_login),
-      m_tr064Service(m_state), m_ssdp(scenario),
+    : QObject(parent), m_scenario(scenario), m_state(scenario), m_login(m_state),
+      m_webInterface(m_state, m_login), m_tr064Service(m_state), m_ssdp(scenario),
       m_phonebook(scenario, [this](const QString& sid) { return m_state.validSession(sid); })
 {
     m_webInterface.setJournal(&m_journal);
     // The router writes every finished call into its journal.
-    m_monitorControl.setCallEndedHandler([this](const JournalServer::EndedCall& call) { m_journal.addEndedCall(call); });
+    m_monitorControl.setCallEndedHandler(
+        [this](const JournalServer::EndedCall& call) { m_journal.addEndedCall(call); });
 }
 
 BoxSimulator::~BoxSimulator()
@@ -24,7 +25,8 @@ BoxSimulator::~BoxSimulator()
     stop();
 }
 
-bool BoxSimulator::bindServer(httplib::Server& server, int wanted, int* bound, QString* error, const char* what)
+bool BoxSimulator::bindServer(httplib::Server& server, int wanted, int* bound, QString* error,
+                              const char* what)
 {
     if (wanted == 0) {
         *bound = server.bind_to_any_port("127.0.0.1");
@@ -82,7 +84,8 @@ bool BoxSimulator::start(const SimulatorPorts& wanted, QString* error)
             *error = QStringLiteral("cannot make the simulator's certificate");
             return false;
         }
-        auto https = std::make_unique<httplib::SSLServer>(cert.toLocal8Bit().constData(), key.toLocal8Bit().constData());
+        auto https = std::make_unique<httplib::SSLServer>(cert.toLocal8Bit().constData(),
+                                                          key.toLocal8Bit().constData());
         if (!https->is_valid()) {
             *error = QStringLiteral("cannot start the HTTPS server");
             return false;
@@ -169,17 +172,19 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
     // Raw call monitor bytes, exactly as given (tests use this for split and joined lines).
     server.Post("/_sim/monitor/raw", [this](const httplib::Request& req, httplib::Response& res) {
         const QByteArray data = QByteArray::fromStdString(req.body);
-        QMetaObject::invokeMethod(&m_monitor, [this, data] { m_monitor.send(data); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &m_monitor, [this, data] { m_monitor.send(data); }, Qt::QueuedConnection);
         res.set_content("{\"ok\":true}", "application/json");
     });
     server.Post("/_sim/monitor/drop", [this](const httplib::Request&, httplib::Response& res) {
-        QMetaObject::invokeMethod(&m_monitor, [this] { m_monitor.dropClients(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &m_monitor, [this] { m_monitor.dropClients(); }, Qt::QueuedConnection);
         res.set_content("{\"ok\":true}", "application/json");
     });
     server.Get("/_sim/monitor/clients", [this](const httplib::Request&, httplib::Response& res) {
         int count = 0;
-        QMetaObject::invokeMethod(&m_monitor, [this] { return m_monitor.clientCount(); },
-                                  Qt::BlockingQueuedConnection, &count);
+        QMetaObject::invokeMethod(
+            &m_monitor, [this] { return m_monitor.clientCount(); }, Qt::BlockingQueuedConnection, &count);
         res.set_content(QStringLiteral("{\"clients\":%1}").arg(count).toStdString(), "application/json");
     });
     m_monitorControl.installRoutes(server);
@@ -187,10 +192,12 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
     m_journal.installControlRoutes(server);
     // What the router was asked to do, and every request it got (control requests excepted).
     server.Get("/_sim/actions", [this](const httplib::Request&, httplib::Response& res) {
-        res.set_content(QJsonDocument(m_state.actions()).toJson(QJsonDocument::Compact).toStdString(), "application/json");
+        res.set_content(QJsonDocument(m_state.actions()).toJson(QJsonDocument::Compact).toStdString(),
+                        "application/json");
     });
     server.Get("/_sim/requests", [this](const httplib::Request&, httplib::Response& res) {
-        res.set_content(QJsonDocument(m_state.requests()).toJson(QJsonDocument::Compact).toStdString(), "application/json");
+        res.set_content(QJsonDocument(m_state.requests()).toJson(QJsonDocument::Compact).toStdString(),
+                        "application/json");
     });
     server.Post("/_sim/clear", [this](const httplib::Request&, httplib::Response& res) {
         m_state.clearRecords();
@@ -198,7 +205,9 @@ void BoxSimulator::installControlRoutes(httplib::Server& server)
     });
     server.Get("/_sim/variable", [this](const httplib::Request& req, httplib::Response& res) {
         const QString name = QString::fromStdString(req.get_param_value("name"));
-        res.set_content(QJsonDocument(QJsonObject{{name, m_state.variable(name)}}).toJson(QJsonDocument::Compact).toStdString(),
+        res.set_content(QJsonDocument(QJsonObject{{name, m_state.variable(name)}})
+                            .toJson(QJsonDocument::Compact)
+                            .toStdString(),
                         "application/json");
     });
     server.Get("/_sim/scenario", [this](const httplib::Request&, httplib::Response& res) {

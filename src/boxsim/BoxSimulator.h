@@ -5,11 +5,11 @@
 #include "JournalServer.h"
 #include "RouterState.h"
 #include "Scenario.h"
-#include "SimPhonebook.h"
-#include "SsdpResponder.h"
 #include "SimLogin.h"
+#include "SimPhonebook.h"
 #include "SimTr064.h"
 #include "SimWebInterface.h"
+#include "SsdpResponder.h"
 
 #include <QJsonObject>
 #include <QObject>

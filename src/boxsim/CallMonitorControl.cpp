@@ -60,7 +60,11 @@ QByteArray CallMonitorControl::ring(const QJsonObject& r, QString* error, int* c
     }
     m_open.insert(id, {caller, {}, false, QString(), called, startTime(r)});
     *connID = id;
-    return QStringLiteral("%1;RING;%2;%3;%4;%5;\n").arg(timeStamp(r)).arg(id).arg(caller, called, trunk).toLatin1();
+    return QStringLiteral("%1;RING;%2;%3;%4;%5;\n")
+        .arg(timeStamp(r))
+        .arg(id)
+        .arg(caller, called, trunk)
+        .toLatin1();
 }
 
 QByteArray CallMonitorControl::call(const QJsonObject& r, QString* error, int* connID)
@@ -97,7 +101,11 @@ QByteArray CallMonitorControl::connectCall(const QJsonObject& r, QString* error,
     open.connectedAt = QDateTime::currentDateTime();
     open.extension = extension;
     *connID = id;
-    return QStringLiteral("%1;CONNECT;%2;%3;%4;\n").arg(timeStamp(r)).arg(id).arg(extension, open.number).toLatin1();
+    return QStringLiteral("%1;CONNECT;%2;%3;%4;\n")
+        .arg(timeStamp(r))
+        .arg(id)
+        .arg(extension, open.number)
+        .toLatin1();
 }
 
 QByteArray CallMonitorControl::disconnect(const QJsonObject& r, QString* error, int* connID)
@@ -135,15 +143,19 @@ void CallMonitorControl::installRoute(httplib::Server& server, const char* path,
         }
         if (line.isEmpty()) {
             res.status = 400;
-            res.set_content(QJsonDocument(QJsonObject{{QStringLiteral("error"), error}}).toJson(QJsonDocument::Compact).toStdString(),
+            res.set_content(QJsonDocument(QJsonObject{{QStringLiteral("error"), error}})
+                                .toJson(QJsonDocument::Compact)
+                                .toStdString(),
                             "application/json");
             return;
         }
         CallMonitorServer* monitor = &m_server;
-        QMetaObject::invokeMethod(monitor, [monitor, line] { monitor->send(line); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            monitor, [monitor, line] { monitor->send(line); }, Qt::QueuedConnection);
         const QJsonObject answer{{QStringLiteral("connID"), connID},
                                  {QStringLiteral("line"), QString::fromLatin1(line.trimmed())}};
-        res.set_content(QJsonDocument(answer).toJson(QJsonDocument::Compact).toStdString(), "application/json");
+        res.set_content(QJsonDocument(answer).toJson(QJsonDocument::Compact).toStdString(),
+                        "application/json");
     });
 }
 

@@ -29,7 +29,10 @@ public:
     explicit CallMonitorControl(CallMonitorServer& server) : m_server(server) {}
     void installRoutes(httplib::Server& server);
     // Told about every call that ends (DISCONNECT), e.g. for the journal.
-    void setCallEndedHandler(std::function<void(const JournalServer::EndedCall&)> h) { m_callEnded = std::move(h); }
+    void setCallEndedHandler(std::function<void(const JournalServer::EndedCall&)> h)
+    {
+        m_callEnded = std::move(h);
+    }
 
     // The line for a request, or an error text; public for the simulator's own tests.
     QByteArray ring(const QJsonObject& request, QString* error, int* connID);

@@ -24,7 +24,8 @@ const char* const kRefreshedPageLua =
 // The older web interface names the export file in a hidden input.
 std::string refreshedPageForm(const QString& language)
 {
-    const QString file = language == u"de" ? QStringLiteral("FRITZ!Box_Anrufliste") : QStringLiteral("FRITZ!Box_Calllist");
+    const QString file =
+        language == u"de" ? QStringLiteral("FRITZ!Box_Anrufliste") : QStringLiteral("FRITZ!Box_Calllist");
     return QStringLiteral("<html><head><title>FRITZ!Box</title></head><body>\n"
                           "<input type=\"hidden\" name=\"var:pagename\" value=\"foncalls\">\n"
                           "<input type=\"hidden\" name=\"var:csvfile\" value=\"../html/%1/%2.csv\">\n"
@@ -44,7 +45,7 @@ QString rowText(const QJsonValue& row)
     if (row.isString())
         return row.toString();
     const QJsonObject o = row.toObject();
-    return QStringList{field(o, "type"),   field(o, "date"), field(o, "name"),     field(o, "number"),
+    return QStringList{field(o, "type"),      field(o, "date"), field(o, "name"),    field(o, "number"),
                        field(o, "extension"), field(o, "line"), field(o, "duration")}
         .join(u';');
 }
@@ -77,13 +78,15 @@ void JournalServer::addEndedCall(const EndedCall& call)
     // Current firmware writes 4 for outgoing calls; older firmware 3.
     const int type = call.outgoing ? (lua ? 4 : 3) : (call.connected ? 1 : 2);
     const qint64 minutes = (call.seconds + 59) / 60;
-    addRow(QJsonObject{{QStringLiteral("type"), type},
-                       {QStringLiteral("date"), call.start.toString(QStringLiteral("dd.MM.yy HH:mm"))},
-                       {QStringLiteral("name"), QString()},
-                       {QStringLiteral("number"), call.number},
-                       {QStringLiteral("extension"), call.extension},
-                       {QStringLiteral("line"), call.line},
-                       {QStringLiteral("duration"), QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'))}});
+    addRow(
+        QJsonObject{{QStringLiteral("type"), type},
+                    {QStringLiteral("date"), call.start.toString(QStringLiteral("dd.MM.yy HH:mm"))},
+                    {QStringLiteral("name"), QString()},
+                    {QStringLiteral("number"), call.number},
+                    {QStringLiteral("extension"), call.extension},
+                    {QStringLiteral("line"), call.line},
+                    {QStringLiteral("duration"),
+                     QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'))}});
 }
 
 void JournalServer::sendExport(httplib::Response& res)
@@ -161,7 +164,8 @@ bool JournalServer::handleWebcm(const httplib::Request& req, httplib::Response& 
 void JournalServer::installRoutes(httplib::Server& server)
 {
     auto lua = [this](const httplib::Request& req, httplib::Response& res) {
-        m_state.recordRequest(QString::fromStdString(req.method), QStringLiteral("/fon_num/foncalls_list.lua"));
+        m_state.recordRequest(QString::fromStdString(req.method),
+                              QStringLiteral("/fon_num/foncalls_list.lua"));
         if (m_state.firmware() != u"lua") {
             res.status = 404;
             return;

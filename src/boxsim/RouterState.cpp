@@ -65,7 +65,8 @@ QHash<QString, QString> defaultVariables(const Scenario& s)
         v.insert(base + QStringLiteral("nas_rights"), right("NAS"));
         v.insert(base + QStringLiteral("UID"), QStringLiteral("boxuser%1").arg(i + 1));
     }
-    v.insert(QStringLiteral("boxusers:settings/user/newid"), QStringLiteral("boxuser%1").arg(users.size() + 1));
+    v.insert(QStringLiteral("boxusers:settings/user/newid"),
+             QStringLiteral("boxuser%1").arg(users.size() + 1));
     const QJsonObject extra = s.value(QStringLiteral("variables")).toObject();
     for (auto it = extra.begin(); it != extra.end(); ++it)
         v.insert(it.key(), it.value().toVariant().toString());

@@ -11,8 +11,9 @@ Scenario::Scenario()
         {QStringLiteral("model"), QStringLiteral("FRITZ!Box 7590")},
         {QStringLiteral("firmwareVersion"), QStringLiteral("154.07.57")},
         {QStringLiteral("language"), QStringLiteral("de")},
-        {QStringLiteral("users"), QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("")},
-                                                         {QStringLiteral("password"), QStringLiteral("secret")}}}},
+        {QStringLiteral("users"),
+         QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("")},
+                                {QStringLiteral("password"), QStringLiteral("secret")}}}},
     };
 }
 

@@ -30,8 +30,8 @@ bool writeSelfSignedCertificate(const QString& certPath, const QString& keyPath,
     X509_set_pubkey(cert.get(), key.get());
     X509_NAME* name = X509_get_subject_name(cert.get());
     const QByteArray cn = commonName.toUtf8();
-    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8, reinterpret_cast<const unsigned char*>(cn.constData()),
-                               -1, -1, 0);
+    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8,
+                               reinterpret_cast<const unsigned char*>(cn.constData()), -1, -1, 0);
     X509_set_issuer_name(cert.get(), name);
     if (X509_sign(cert.get(), key.get(), EVP_sha256()) == 0)
         return false;
@@ -40,6 +40,6 @@ bool writeSelfSignedCertificate(const QString& certPath, const QString& keyPath,
     std::unique_ptr<FILE, FileCloser> keyFile(std::fopen(keyPath.toLocal8Bit().constData(), "wb"));
     if (!certFile || !keyFile)
         return false;
-    return PEM_write_X509(certFile.get(), cert.get()) == 1
-           && PEM_write_PrivateKey(keyFile.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr) == 1;
+    return PEM_write_X509(certFile.get(), cert.get()) == 1 &&
+           PEM_write_PrivateKey(keyFile.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr) == 1;
 }

@@ -30,8 +30,9 @@ QString expectedPbkdf2Response(const QString& challenge, const QString& password
         return {};
     const auto derive = [](const QByteArray& secret, const QByteArray& salt, int iterations) {
         QByteArray out(32, '\0');
-        PKCS5_PBKDF2_HMAC(secret.constData(), int(secret.size()), reinterpret_cast<const unsigned char*>(salt.constData()),
-                          int(salt.size()), iterations, EVP_sha256(), 32, reinterpret_cast<unsigned char*>(out.data()));
+        PKCS5_PBKDF2_HMAC(secret.constData(), int(secret.size()),
+                          reinterpret_cast<const unsigned char*>(salt.constData()), int(salt.size()),
+                          iterations, EVP_sha256(), 32, reinterpret_cast<unsigned char*>(out.data()));
         return out;
     };
     const QByteArray h1 = derive(password.toUtf8(), QByteArray::fromHex(p[2].toLatin1()), p[1].toInt());

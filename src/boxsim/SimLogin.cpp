@@ -23,8 +23,8 @@ void SimLogin::install(httplib::Server& server)
             return;
         }
         const SimParams params = SimParams::fromRequest(req);
-        const bool pbkdf2 = params.value(QStringLiteral("version")) == u"2"
-                            && m_state.scenario().value(QStringLiteral("pbkdf2")).toBool(true);
+        const bool pbkdf2 = params.value(QStringLiteral("version")) == u"2" &&
+                            m_state.scenario().value(QStringLiteral("pbkdf2")).toBool(true);
         res.set_content(luaLogin(params, pbkdf2), "text/xml; charset=utf-8");
     };
     server.Get("/login_sid.lua", handler);
@@ -38,19 +38,23 @@ QString SimLogin::rightsFor(const QString& userName) const
     for (const char* area : {"Dial", "App", "HomeAuto", "BoxAdmin", "Phone", "NAS"}) {
         const int access = rights.isEmpty() ? 2 : rights.value(QLatin1String(area)).toInt(0);
         if (access > 0)
-            text += QStringLiteral("\n\t\t<Name>%1</Name>\n\t\t<Access>%2</Access>").arg(QLatin1String(area)).arg(access);
+            text += QStringLiteral("\n\t\t<Name>%1</Name>\n\t\t<Access>%2</Access>")
+                        .arg(QLatin1String(area))
+                        .arg(access);
     }
     return text.isEmpty() ? text : text + QStringLiteral("\n\t");
 }
 
-std::string SimLogin::sessionInfo(const QString& sid, const QString& challenge, int blockTime, const QString& rights,
-                                  bool withUsers) const
+std::string SimLogin::sessionInfo(const QString& sid, const QString& challenge, int blockTime,
+                                  const QString& rights, bool withUsers) const
 {
-    QString xml = QStringLiteral("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<SessionInfo>\n\t<SID>%1</SID>\n"
-                                 "\t<Challenge>%2</Challenge>\n\t<BlockTime>%3</BlockTime>\n")
-                      .arg(sid, challenge)
-                      .arg(blockTime);
-    xml += rights.isEmpty() ? QStringLiteral("\t<Rights/>\n") : QStringLiteral("\t<Rights>%1</Rights>\n").arg(rights);
+    QString xml =
+        QStringLiteral("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<SessionInfo>\n\t<SID>%1</SID>\n"
+                       "\t<Challenge>%2</Challenge>\n\t<BlockTime>%3</BlockTime>\n")
+            .arg(sid, challenge)
+            .arg(blockTime);
+    xml += rights.isEmpty() ? QStringLiteral("\t<Rights/>\n")
+                            : QStringLiteral("\t<Rights>%1</Rights>\n").arg(rights);
     if (withUsers) {
         xml += QStringLiteral("\t<Users>\n");
         const QJsonArray users = m_state.users();
@@ -58,7 +62,8 @@ std::string SimLogin::sessionInfo(const QString& sid, const QString& challenge, 
             const QString name = users[i].toObject().value(QStringLiteral("name")).toString();
             if (!name.isEmpty())
                 xml += QStringLiteral("\t\t<User%1>%2</User>\n")
-                           .arg(i == users.size() - 1 ? QStringLiteral(" last=\"1\"") : QString(), name.toHtmlEscaped());
+                           .arg(i == users.size() - 1 ? QStringLiteral(" last=\"1\"") : QString(),
+                                name.toHtmlEscaped());
         }
         xml += QStringLiteral("\t</Users>\n");
     }
@@ -93,14 +98,15 @@ std::string SimLogin::luaLogin(const SimParams& params, bool pbkdf2)
     const QString next = m_state.challenge(pbkdf2);
     if (user.isEmpty() || response != expected) {
         m_state.loginFailed();
-        m_state.recordAction({{QStringLiteral("action"), QStringLiteral("loginFailed")},
-                              {QStringLiteral("user"), userName}});
+        m_state.recordAction(
+            {{QStringLiteral("action"), QStringLiteral("loginFailed")}, {QStringLiteral("user"), userName}});
         return sessionInfo(kZeroSID, next, m_state.blockSecondsLeft(), QString(), true);
     }
     m_state.loginSucceeded();
-    m_state.recordAction({{QStringLiteral("action"), QStringLiteral("login")},
-                          {QStringLiteral("user"), userName},
-                          {QStringLiteral("scheme"), pbkdf2 ? QStringLiteral("pbkdf2") : QStringLiteral("md5")}});
+    m_state.recordAction(
+        {{QStringLiteral("action"), QStringLiteral("login")},
+         {QStringLiteral("user"), userName},
+         {QStringLiteral("scheme"), pbkdf2 ? QStringLiteral("pbkdf2") : QStringLiteral("md5")}});
     return sessionInfo(m_state.newSession(userName), next, 0, rightsFor(userName), true);
 }
 

@@ -23,8 +23,8 @@ public:
 
 private:
     std::string luaLogin(const SimParams& params, bool pbkdf2);
-    std::string sessionInfo(const QString& sid, const QString& challenge, int blockTime, const QString& rights,
-                            bool withUsers) const;
+    std::string sessionInfo(const QString& sid, const QString& challenge, int blockTime,
+                            const QString& rights, bool withUsers) const;
     QString rightsFor(const QString& userName) const;
 
     RouterState& m_state;

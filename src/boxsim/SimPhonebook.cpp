@@ -60,9 +60,12 @@ SimPhonebook::SimPhonebook(Scenario& scenario, SessionCheck sessionCheck)
 QString SimPhonebook::defaultBook()
 {
     return QStringLiteral(
-        "<phonebooks>\n<phonebook name=\"Telefonbuch\"><contact><category>0</category><person><realName>A. Muster"
-        "</realName></person><telephony><number\ntype=\"home\" quickdial=\"2\" vanity=\"1\" prio=\"1\">07216080"
-        "</number><number\ntype=\"mobile\" quickdial=\"\" vanity=\"\" prio=\"0\">017011223344</number></telephony>"
+        "<phonebooks>\n<phonebook name=\"Telefonbuch\"><contact><category>0</category><person><realName>A. "
+        "Muster"
+        "</realName></person><telephony><number\ntype=\"home\" quickdial=\"2\" vanity=\"1\" "
+        "prio=\"1\">07216080"
+        "</number><number\ntype=\"mobile\" quickdial=\"\" vanity=\"\" "
+        "prio=\"0\">017011223344</number></telephony>"
         "<services /><setup /></contact><contact><category>1</category><person><realName>Bäckerei Krüger"
         "</realName></person><telephony><number\ntype=\"work\" quickdial=\"\" vanity=\"\" prio=\"1\">0304711"
         "</number></telephony><services /><setup /></contact>\n</phonebook>\n</phonebooks>\n");
@@ -79,7 +82,8 @@ void SimPhonebook::keepFormBodyRaw(const httplib::Request& req)
     it->second = "application/octet-stream";
 }
 
-QList<QPair<QString, QByteArray>> SimPhonebook::formParts(const QByteArray& body, const QByteArray& contentType)
+QList<QPair<QString, QByteArray>> SimPhonebook::formParts(const QByteArray& body,
+                                                          const QByteArray& contentType)
 {
     QList<QPair<QString, QByteArray>> parts;
     const qsizetype at = contentType.indexOf("boundary=");
@@ -208,8 +212,9 @@ void SimPhonebook::installControl(httplib::Server& server)
 {
     server.Get("/_sim/phonebook", [this](const httplib::Request&, httplib::Response& res) {
         QMutexLocker lock(&m_mutex);
-        const QJsonObject o{{QStringLiteral("book"), m_scenario.value(QStringLiteral("phonebook")).toString(defaultBook())},
-                            {QStringLiteral("uploads"), m_uploads}};
+        const QJsonObject o{
+            {QStringLiteral("book"), m_scenario.value(QStringLiteral("phonebook")).toString(defaultBook())},
+            {QStringLiteral("uploads"), m_uploads}};
         res.set_content(QJsonDocument(o).toJson(QJsonDocument::Compact).toStdString(), "application/json");
     });
 }

@@ -12,7 +12,7 @@
 namespace httplib {
 class Server;
 struct Request;
-}
+} // namespace httplib
 class Scenario;
 
 // The router's configuration page /cgi-bin/firmwarecfg for phone book 0: export as ISO Latin-1

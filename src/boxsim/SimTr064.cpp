@@ -15,13 +15,14 @@ const QString kRealm = QStringLiteral("F!Box SOAP-Auth");
 
 std::string fault(const QString& code, const QString& description)
 {
-    return QStringLiteral("<?xml version=\"1.0\"?>\n"
-                          "<s:Envelope xmlns:s=\"http://schemas.xmlsoap.org/soap/envelope/\" "
-                          "s:encodingStyle=\"http://schemas.xmlsoap.org/soap/encoding/\">\n<s:Body>\n<s:Fault>\n"
-                          "<faultcode>s:Client</faultcode>\n<faultstring>UPnPError</faultstring>\n<detail>\n"
-                          "<UPnPError xmlns=\"urn:schemas-upnp-org:control-1-0\">\n<errorCode>%1</errorCode>\n"
-                          "<errorDescription>%2</errorDescription>\n</UPnPError>\n</detail>\n</s:Fault>\n"
-                          "</s:Body>\n</s:Envelope>\n")
+    return QStringLiteral(
+               "<?xml version=\"1.0\"?>\n"
+               "<s:Envelope xmlns:s=\"http://schemas.xmlsoap.org/soap/envelope/\" "
+               "s:encodingStyle=\"http://schemas.xmlsoap.org/soap/encoding/\">\n<s:Body>\n<s:Fault>\n"
+               "<faultcode>s:Client</faultcode>\n<faultstring>UPnPError</faultstring>\n<detail>\n"
+               "<UPnPError xmlns=\"urn:schemas-upnp-org:control-1-0\">\n<errorCode>%1</errorCode>\n"
+               "<errorDescription>%2</errorDescription>\n</UPnPError>\n</detail>\n</s:Fault>\n"
+               "</s:Body>\n</s:Envelope>\n")
         .arg(code, description)
         .toStdString();
 }
@@ -50,7 +51,8 @@ QMap<QString, QString> digestFields(const QString& header)
 
 QString argument(const QString& body, const QString& name)
 {
-    const QRegularExpression re(QStringLiteral("<%1[^>]*>([^<]*)</%1>").arg(QRegularExpression::escape(name)));
+    const QRegularExpression re(
+        QStringLiteral("<%1[^>]*>([^<]*)</%1>").arg(QRegularExpression::escape(name)));
     return re.match(body).captured(1);
 }
 } // namespace
@@ -81,12 +83,13 @@ QString SimTr064::authenticate(const httplib::Request& req) const
         return {};
     const QString ha1 = SimCrypto::md5Hex(
         (userName + u':' + kRealm + u':' + user.value(QStringLiteral("password")).toString()).toUtf8());
-    const QString ha2 = SimCrypto::md5Hex((QString::fromStdString(req.method) + u':' + f.value(QStringLiteral("uri"))).toUtf8());
+    const QString ha2 = SimCrypto::md5Hex(
+        (QString::fromStdString(req.method) + u':' + f.value(QStringLiteral("uri"))).toUtf8());
     const QString qop = f.value(QStringLiteral("qop"));
     const QString expected =
         qop.isEmpty() ? SimCrypto::md5Hex((ha1 + u':' + m_nonce + u':' + ha2).toUtf8())
-                      : SimCrypto::md5Hex((ha1 + u':' + m_nonce + u':' + f.value(QStringLiteral("nc")) + u':'
-                                           + f.value(QStringLiteral("cnonce")) + u':' + qop + u':' + ha2)
+                      : SimCrypto::md5Hex((ha1 + u':' + m_nonce + u':' + f.value(QStringLiteral("nc")) +
+                                           u':' + f.value(QStringLiteral("cnonce")) + u':' + qop + u':' + ha2)
                                               .toUtf8());
     return expected == f.value(QStringLiteral("response")) ? boxUser + u'\x01' : QString();
 }
@@ -110,7 +113,8 @@ void SimTr064::handle(const httplib::Request& req, httplib::Response& res, const
     }
     user.chop(1);
     const QString soapAction = QString::fromStdString(req.get_header_value("SOAPAction")).remove(u'"');
-    const QString service = soapAction.section(u'#', 0, 0).section(QStringLiteral("urn:dslforum-org:service:"), 1);
+    const QString service =
+        soapAction.section(u'#', 0, 0).section(QStringLiteral("urn:dslforum-org:service:"), 1);
     const QString action = soapAction.section(u'#', 1);
     const QString body = QString::fromStdString(req.body);
     res.status = 500;
@@ -118,7 +122,8 @@ void SimTr064::handle(const httplib::Request& req, httplib::Response& res, const
     // Applications reach TR-064 only with the user's app right.
     const QJsonObject rights = m_state.user(user).value(QStringLiteral("rights")).toObject();
     if (!rights.isEmpty() && rights.value(QStringLiteral("App")).toInt(0) == 0) {
-        res.set_content(fault(QStringLiteral("606"), QStringLiteral("Action Not Authorized")), "text/xml; charset=\"utf-8\"");
+        res.set_content(fault(QStringLiteral("606"), QStringLiteral("Action Not Authorized")),
+                        "text/xml; charset=\"utf-8\"");
         return;
     }
 
@@ -138,7 +143,8 @@ void SimTr064::handle(const httplib::Request& req, httplib::Response& res, const
     } else if (controlPath == u"x_voip" && action == u"X_AVM-DE_DialHangup") {
         record.insert(QStringLiteral("action"), QStringLiteral("hangup"));
     } else {
-        res.set_content(fault(QStringLiteral("401"), QStringLiteral("Invalid Action")), "text/xml; charset=\"utf-8\"");
+        res.set_content(fault(QStringLiteral("401"), QStringLiteral("Invalid Action")),
+                        "text/xml; charset=\"utf-8\"");
         return;
     }
     m_state.recordAction(record);

@@ -9,7 +9,7 @@ namespace httplib {
 class Server;
 struct Request;
 struct Response;
-}
+} // namespace httplib
 class RouterState;
 
 // TR-064 control: HTTP digest authentication ("dslf-config" is the user without a name), the

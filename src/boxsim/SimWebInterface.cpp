@@ -106,13 +106,15 @@ void SimWebInterface::install(httplib::Server& server)
     // The start page names the language in its menu paths.
     server.Get("/", [this](const httplib::Request&, httplib::Response& res) {
         m_state.recordRequest(QStringLiteral("GET"), QStringLiteral("/"));
-        const QString lang = m_state.scenario().value(QStringLiteral("language")).toString(QStringLiteral("de"));
-        res.set_content(QStringLiteral("<!DOCTYPE html>\n<html><head><title>FRITZ!Box</title>\n"
-                                       "<link rel=\"stylesheet\" href=\"/html/%1/menus/menu2.css\">\n</head>\n"
-                                       "<body><input type=\"password\" name=\"password\"></body></html>\n")
-                            .arg(lang)
-                            .toStdString(),
-                        kHtml);
+        const QString lang =
+            m_state.scenario().value(QStringLiteral("language")).toString(QStringLiteral("de"));
+        res.set_content(
+            QStringLiteral("<!DOCTYPE html>\n<html><head><title>FRITZ!Box</title>\n"
+                           "<link rel=\"stylesheet\" href=\"/html/%1/menus/menu2.css\">\n</head>\n"
+                           "<body><input type=\"password\" name=\"password\"></body></html>\n")
+                .arg(lang)
+                .toStdString(),
+            kHtml);
     });
 }
 
@@ -129,7 +131,8 @@ void SimWebInterface::applySettings(const SimParams& params, const QString& via)
                               {QStringLiteral("port"), params.value(QStringLiteral("port"))},
                               {QStringLiteral("via"), via}});
     } else if (via == u"/dect/dect_settings.lua") {
-        const QString on = params.value(QStringLiteral("dect_activ")) == u"on" ? QStringLiteral("1") : QStringLiteral("0");
+        const QString on =
+            params.value(QStringLiteral("dect_activ")) == u"on" ? QStringLiteral("1") : QStringLiteral("0");
         m_state.setVariable(QStringLiteral("dect:settings/enabled"), on);
         m_state.recordAction({{QStringLiteral("action"), QStringLiteral("setDECT")},
                               {QStringLiteral("value"), on},
@@ -157,17 +160,18 @@ std::string SimWebInterface::queryLua(const SimParams& params, bool* ok)
                     return userListRight(rights.isEmpty() ? 2 : rights.value(QLatin1String(area)).toInt(0));
                 };
                 const QString uname = u.value(QStringLiteral("name")).toString();
-                list.append(QJsonObject{{QStringLiteral("UID"), QStringLiteral("boxuser%1").arg(uid)},
-                                        {QStringLiteral("id"), QString::number(uid++)},
-                                        {QStringLiteral("enabled"), QStringLiteral("1")},
-                                        {QStringLiteral("is_myself"), uname == user ? QStringLiteral("1") : QStringLiteral("0")},
-                                        {QStringLiteral("name"), uname},
-                                        {QStringLiteral("email"), QString()},
-                                        {QStringLiteral("password"), QStringLiteral("****")},
-                                        {QStringLiteral("box_admin_rights"), right("BoxAdmin")},
-                                        {QStringLiteral("nas_rights"), right("NAS")},
-                                        {QStringLiteral("phone_rights"), right("Phone")},
-                                        {QStringLiteral("dial_rights"), right("Dial")}});
+                list.append(QJsonObject{
+                    {QStringLiteral("UID"), QStringLiteral("boxuser%1").arg(uid)},
+                    {QStringLiteral("id"), QString::number(uid++)},
+                    {QStringLiteral("enabled"), QStringLiteral("1")},
+                    {QStringLiteral("is_myself"), uname == user ? QStringLiteral("1") : QStringLiteral("0")},
+                    {QStringLiteral("name"), uname},
+                    {QStringLiteral("email"), QString()},
+                    {QStringLiteral("password"), QStringLiteral("****")},
+                    {QStringLiteral("box_admin_rights"), right("BoxAdmin")},
+                    {QStringLiteral("nas_rights"), right("NAS")},
+                    {QStringLiteral("phone_rights"), right("Phone")},
+                    {QStringLiteral("dial_rights"), right("Dial")}});
             }
             answer.insert(name, list);
             continue;
@@ -190,25 +194,28 @@ std::string SimWebInterface::webcm(const httplib::Request& req, int* status)
     if (getpage.contains(QStringLiteral("login_sid.xml")))
         return m_login.formLoginAnswer(params);
     const QString password = m_state.user(QString()).value(QStringLiteral("password")).toString();
-    const bool allowed = fw == u"nologin"
-                             ? params.value(QStringLiteral("login:command/password")) == password
-                             : m_state.validSession(params.value(QStringLiteral("sid")));
+    const bool allowed = fw == u"nologin" ? params.value(QStringLiteral("login:command/password")) == password
+                                          : m_state.validSession(params.value(QStringLiteral("sid")));
     if (!allowed)
         return simLoginPage();
 
     for (const auto& [name, value] : params.items) {
-        if (!name.contains(u':') || name.startsWith(QStringLiteral("var:")) || name.startsWith(QStringLiteral("login:")))
+        if (!name.contains(u':') || name.startsWith(QStringLiteral("var:")) ||
+            name.startsWith(QStringLiteral("login:")))
             continue;
         if (name == u"telcfg:command/Dial") {
             if (!value.isEmpty())
-                m_state.recordAction({{QStringLiteral("action"), QStringLiteral("dial")},
-                                      {QStringLiteral("number"), value},
-                                      {QStringLiteral("port"), m_state.variable(QStringLiteral("telcfg:settings/DialPort"))},
-                                      {QStringLiteral("via"), QStringLiteral("webcm")}});
+                m_state.recordAction(
+                    {{QStringLiteral("action"), QStringLiteral("dial")},
+                     {QStringLiteral("number"), value},
+                     {QStringLiteral("port"), m_state.variable(QStringLiteral("telcfg:settings/DialPort"))},
+                     {QStringLiteral("via"), QStringLiteral("webcm")}});
         } else if (name == u"telcfg:command/Hangup") {
-            m_state.recordAction({{QStringLiteral("action"), QStringLiteral("hangup")}, {QStringLiteral("via"), QStringLiteral("webcm")}});
+            m_state.recordAction({{QStringLiteral("action"), QStringLiteral("hangup")},
+                                  {QStringLiteral("via"), QStringLiteral("webcm")}});
         } else if (name.startsWith(QStringLiteral("telcfg:command/"))) {
-            m_state.recordAction({{QStringLiteral("action"), name.mid(15)}, {QStringLiteral("via"), QStringLiteral("webcm")}});
+            m_state.recordAction(
+                {{QStringLiteral("action"), name.mid(15)}, {QStringLiteral("via"), QStringLiteral("webcm")}});
         } else if (req.method == "POST") {
             m_state.setVariable(name, value);
             m_state.recordAction({{QStringLiteral("action"), QStringLiteral("set")},
@@ -228,9 +235,11 @@ std::string SimWebInterface::webcm(const httplib::Request& req, int* status)
     }
     if (getpage.endsWith(QStringLiteral("config.def"))) {
         const Scenario& s = m_state.scenario();
-        return QStringLiteral("<? setvariable var:ProduktName '%1' ?>\n<? setvariable var:FirmwareVersion '%2' ?>\n"
-                              "<? setvariable var:showtcom '0' ?>\n")
-            .arg(s.value(QStringLiteral("model")).toString(), s.value(QStringLiteral("firmwareVersion")).toString())
+        return QStringLiteral(
+                   "<? setvariable var:ProduktName '%1' ?>\n<? setvariable var:FirmwareVersion '%2' ?>\n"
+                   "<? setvariable var:showtcom '0' ?>\n")
+            .arg(s.value(QStringLiteral("model")).toString(),
+                 s.value(QStringLiteral("firmwareVersion")).toString())
             .toStdString();
     }
     if (params.has(QStringLiteral("var:pagename")))

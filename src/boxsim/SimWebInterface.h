@@ -7,7 +7,7 @@
 namespace httplib {
 class Server;
 struct Request;
-}
+} // namespace httplib
 class JournalServer;
 class RouterState;
 class SimLogin;

@@ -29,17 +29,18 @@ QList<QByteArray> SsdpResponder::answersFor(const QByteArray& search) const
     QList<QByteArray> answers;
     for (const char* st : {"urn:schemas-upnp-org:device:InternetGatewayDevice:1",
                            "urn:dslforum-org:device:InternetGatewayDevice:1"}) {
-        const QString text = QStringLiteral("HTTP/1.1 200 OK\r\n"
-                                            "LOCATION: http://127.0.0.1:%1/%2\r\n"
-                                            "SERVER: %3\r\n"
-                                            "CACHE-CONTROL: max-age=1800\r\n"
-                                            "EXT:\r\n"
-                                            "ST: %4\r\n"
-                                            "USN: uuid:75802409-bccb-40e7-8e6c-3431c4a1b2c3::%4\r\n\r\n")
-                                 .arg(tr064Port,
-                                      QString::fromLatin1(st).contains(u"dslforum") ? QStringLiteral("tr64desc.xml")
-                                                                                   : QStringLiteral("igddesc.xml"),
-                                      server, QString::fromLatin1(st));
+        const QString text =
+            QStringLiteral("HTTP/1.1 200 OK\r\n"
+                           "LOCATION: http://127.0.0.1:%1/%2\r\n"
+                           "SERVER: %3\r\n"
+                           "CACHE-CONTROL: max-age=1800\r\n"
+                           "EXT:\r\n"
+                           "ST: %4\r\n"
+                           "USN: uuid:75802409-bccb-40e7-8e6c-3431c4a1b2c3::%4\r\n\r\n")
+                .arg(tr064Port,
+                     QString::fromLatin1(st).contains(u"dslforum") ? QStringLiteral("tr64desc.xml")
+                                                                   : QStringLiteral("igddesc.xml"),
+                     server, QString::fromLatin1(st));
         answers << text.toLatin1();
     }
     return answers;

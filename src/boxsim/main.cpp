@@ -29,8 +29,10 @@ int main(int argc, char** argv)
     std::string scenarioPath;
     SimulatorPorts wanted;
     cli.add_option("--scenario", scenarioPath, "Scenario file (JSON): firmware, users, journal, radios, ...");
-    cli.add_option("--web-port", wanted.web, "Web interface port (0: any free port)")->check(CLI::Range(0, 65535));
-    cli.add_option("--monitor-port", wanted.monitor, "Call monitor port (0: any)")->check(CLI::Range(0, 65535));
+    cli.add_option("--web-port", wanted.web, "Web interface port (0: any free port)")
+        ->check(CLI::Range(0, 65535));
+    cli.add_option("--monitor-port", wanted.monitor, "Call monitor port (0: any)")
+        ->check(CLI::Range(0, 65535));
     cli.add_option("--tr064-port", wanted.tr064, "TR-064 port (0: any)")->check(CLI::Range(0, 65535));
     cli.add_option("--ssdp-port", wanted.ssdp, "SSDP answer port (0: any; not served unless given)")
         ->check(CLI::Range(0, 65535));

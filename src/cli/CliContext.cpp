@@ -8,7 +8,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-CliContext::CliContext(QTextStream& out, QTextStream& err, QTextStream& in) : m_out(out), m_err(err), m_in(in) {}
+CliContext::CliContext(QTextStream& out, QTextStream& err, QTextStream& in) : m_out(out), m_err(err), m_in(in)
+{
+}
 
 CliContext::~CliContext() = default;
 
@@ -16,7 +18,8 @@ void CliContext::open()
 {
     if (m_env)
         return;
-    const AppPaths paths = AppPaths::resolve(QString::fromStdString(configDir), QString::fromStdString(dataDir));
+    const AppPaths paths =
+        AppPaths::resolve(QString::fromStdString(configDir), QString::fromStdString(dataDir));
     QString kind = QString::fromStdString(secretsKind);
     if (kind.isEmpty())
         kind = qEnvironmentVariable("TONDREL_SECRETS");
@@ -26,9 +29,10 @@ void CliContext::open()
         if (!env->settingsCorrupt())
             throw CliError(2, error);
         if (!resetSettings)
-            throw CliError(1, error + QStringLiteral("; run again with --reset-settings to start from defaults"));
-        m_err << "tondrel-cli: starting from default settings; the old file is kept at " << env->corruptCopyPath()
-              << "\n";
+            throw CliError(1, error +
+                                  QStringLiteral("; run again with --reset-settings to start from defaults"));
+        m_err << "tondrel-cli: starting from default settings; the old file is kept at "
+              << env->corruptCopyPath() << "\n";
         m_err.flush();
         if (!env->open(true, &error))
             throw CliError(1, error);
@@ -80,7 +84,8 @@ std::shared_ptr<TNPreferences> CliContext::findLocation(const QString& nameOrUid
         }
     }
     if (matches > 1)
-        throw CliError(1, QStringLiteral("%1 locations are named '%2'; use the UID").arg(matches).arg(nameOrUid));
+        throw CliError(
+            1, QStringLiteral("%1 locations are named '%2'; use the UID").arg(matches).arg(nameOrUid));
     if (!found)
         throw CliError(1, QStringLiteral("no location '%1'").arg(nameOrUid));
     return found;
@@ -92,7 +97,8 @@ std::shared_ptr<TNPreferences> CliContext::targetLocation()
         return findLocation(QString::fromStdString(location));
     auto current = manager().currentPreferences();
     if (!current || current->isDummy())
-        throw CliError(1, QStringLiteral("no location is configured; add one with 'tondrel-cli location add'"));
+        throw CliError(1,
+                       QStringLiteral("no location is configured; add one with 'tondrel-cli location add'"));
     return current;
 }
 
@@ -118,9 +124,11 @@ void CliContext::printJson(const QVariant& value)
 QString CliContext::valueText(const QVariant& v)
 {
     if (v.typeId() == QMetaType::QVariantList || v.typeId() == QMetaType::QStringList)
-        return QString::fromUtf8(QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
+        return QString::fromUtf8(
+            QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
     if (v.typeId() == QMetaType::QVariantMap)
-        return QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
+        return QString::fromUtf8(
+            QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
     if (v.typeId() == QMetaType::Bool)
         return v.toBool() ? QStringLiteral("true") : QStringLiteral("false");
     return v.toString();

@@ -15,8 +15,10 @@ int runCli(int argc, const char* const* argv, CliContext& ctx)
         ->envname("TONDREL_CONFIG_DIR");
     app.add_option("--data-dir", ctx.dataDir, "Where Tondrel.db, reverseSearch.plist and scripts/ live")
         ->envname("TONDREL_DATA_DIR");
-    app.add_option("--location", ctx.location, "Act on this location (name or UID) instead of the current one");
-    app.add_option("--secrets", ctx.secretsKind, "Password store: keyring (default) or file (secrets.json, mode 0600)")
+    app.add_option("--location", ctx.location,
+                   "Act on this location (name or UID) instead of the current one");
+    app.add_option("--secrets", ctx.secretsKind,
+                   "Password store: keyring (default) or file (secrets.json, mode 0600)")
         ->envname("TONDREL_SECRETS")
         ->check(CLI::IsMember({"keyring", "file"}));
     app.add_flag("--json", ctx.json, "Machine-readable output");

@@ -1,11 +1,11 @@
 #include "CallMonitorWindow.h"
 
+#include "MenuRebuild.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "calllist/DialCompletion.h"
-#include "MenuRebuild.h"
 #include "monitor/StreamListener.h"
 
 #include <QCloseEvent>
@@ -44,7 +44,8 @@ CallMonitorWindow::CallMonitorWindow(StreamListener& listener, SettingsStore& se
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
     m_table->setAlternatingRowColors(true);
-    m_table->setHeaderLabels({tr("State"), tr("Number"), tr("Name"), tr("Extension"), tr("Line"), tr("Duration")});
+    m_table->setHeaderLabels(
+        {tr("State"), tr("Number"), tr("Name"), tr("Extension"), tr("Line"), tr("Duration")});
     m_table->header()->setStretchLastSection(false);
     m_table->header()->setSectionResizeMode(Name, QHeaderView::Stretch);
     m_status = new QLabel(this);
@@ -69,9 +70,8 @@ CallMonitorWindow::CallMonitorWindow(StreamListener& listener, SettingsStore& se
         if (const QString uid = selectedUID(); !uid.isEmpty())
             emit memoRequested(uid);
     });
-    connect(m_table, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
-        emit memoRequested(item->data(0, UIDRole).toString());
-    });
+    connect(m_table, &QTreeWidget::itemDoubleClicked, this,
+            [this](QTreeWidgetItem* item) { emit memoRequested(item->data(0, UIDRole).toString()); });
     connect(m_clear, &QPushButton::clicked, this, [this] {
         m_listener.resetMonitorCalls();
         reload();
@@ -79,7 +79,8 @@ CallMonitorWindow::CallMonitorWindow(StreamListener& listener, SettingsStore& se
     connect(m_table, &QTreeWidget::itemSelectionChanged, this, &CallMonitorWindow::updateButtons);
     m_tick.setInterval(1000);
     connect(&m_tick, &QTimer::timeout, this, &CallMonitorWindow::updateDurations);
-    rebuildOn(this, {Notifications::RELOADCURRENTCALLS, Notifications::UPDATECALLMONITORDETAILS}, [this] { reload(); });
+    rebuildOn(this, {Notifications::RELOADCURRENTCALLS, Notifications::UPDATECALLMONITORDETAILS},
+              [this] { reload(); });
     applyAlwaysOnTop();
     reload();
 }
@@ -154,7 +155,8 @@ void CallMonitorWindow::reload()
         auto* item = new QTreeWidgetItem(m_table);
         item->setData(0, UIDRole, call.UID);
         item->setText(State, stateText(call));
-        const QString direction = call.calltype == CallRecord::Outgoing ? QStringLiteral("→ ") : QStringLiteral("← ");
+        const QString direction =
+            call.calltype == CallRecord::Outgoing ? QStringLiteral("→ ") : QStringLiteral("← ");
         item->setText(Number, direction + (call.number.isEmpty() ? tr("withheld") : call.number));
         QString name = call.contactName();
         if (!name.isEmpty() && !call.contactLabel().isEmpty())

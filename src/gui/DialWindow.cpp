@@ -1,21 +1,21 @@
 #include "DialWindow.h"
 
 #include "base/DialURL.h"
+#include "base/NumberForms.h"
+#include "base/StringAdditions.h"
 #include "base/TNPreferencesManager.h"
+#include "calllist/DialCompletion.h"
 #include "calllist/TNCallinglist.h"
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerIdentification.h"
 #include "contacts/ContactsServices.h"
 #include "contacts/VCardAddressBook.h"
-#include "calllist/DialCompletion.h"
-#include "base/NumberForms.h"
-#include "base/StringAdditions.h"
 #include "monitor/StreamListener.h"
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QCompleter>
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -71,22 +71,23 @@ DialWindow::DialWindow(TNPreferencesManager& manager, StreamListener& listener, 
     m_completer->setFilterMode(Qt::MatchContains);
     m_number->setCompleter(m_completer);
     // Choosing "Name (label) – number" puts the number in the field and keeps the name.
-    connect(m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this, [this](const QModelIndex& index) {
-        const qsizetype row = m_model->stringList().indexOf(index.data().toString());
-        if (row < 0 || row >= m_completions.size())
-            return;
-        const DialCompletion& c = m_completions.at(row);
-        QMetaObject::invokeMethod(
-            this,
-            [this, c] {
-                m_settingText = true;
-                m_number->setText(c.number);
-                m_settingText = false;
-                m_contact = {QString(), c.name, c.label};
-                onTextChanged(c.number);
-            },
-            Qt::QueuedConnection);
-    });
+    connect(m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            [this](const QModelIndex& index) {
+                const qsizetype row = m_model->stringList().indexOf(index.data().toString());
+                if (row < 0 || row >= m_completions.size())
+                    return;
+                const DialCompletion& c = m_completions.at(row);
+                QMetaObject::invokeMethod(
+                    this,
+                    [this, c] {
+                        m_settingText = true;
+                        m_number->setText(c.number);
+                        m_settingText = false;
+                        m_contact = {QString(), c.name, c.label};
+                        onTextChanged(c.number);
+                    },
+                    Qt::QueuedConnection);
+            });
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -121,7 +122,8 @@ void DialWindow::reloadSources()
                 continue;
             const QString intern = ext.value(QStringLiteral("Intern")).toString();
             const QString title = ext.value(QStringLiteral("Title")).toString();
-            m_extension->addItem(title.isEmpty() ? intern : QStringLiteral("%1 (**%2)").arg(title, intern), intern);
+            m_extension->addItem(title.isEmpty() ? intern : QStringLiteral("%1 (**%2)").arg(title, intern),
+                                 intern);
         }
         const QString wanted = previous.isEmpty() ? prefs->dialPort : previous;
         if (const int i = m_extension->findData(wanted); i >= 0)
@@ -129,8 +131,9 @@ void DialWindow::reloadSources()
     }
     m_extension->setEnabled(m_extension->count() > 0);
 
-    m_completions = methods::dialCompletions(m_contacts.addressBook(), m_calls ? &m_calls->database() : nullptr,
-                                              prefs ? prefs->contactFormat : QVariantMap());
+    m_completions =
+        methods::dialCompletions(m_contacts.addressBook(), m_calls ? &m_calls->database() : nullptr,
+                                 prefs ? prefs->contactFormat : QVariantMap());
     QStringList texts;
     texts.reserve(m_completions.size());
     for (const DialCompletion& c : m_completions)
@@ -175,16 +178,17 @@ void DialWindow::onTextChanged(const QString& text)
     if (m_contact.value(1).isEmpty() && unified.size() >= 3) {
         // Lookups take the clean form, as the router sends numbers.
         const Prefixis prefixis(prefs ? prefs->prefixis : QStringList());
-        const QStringList found =
-            methods::searchNameForPhonenumber(methods::cleanNumber(unified, prefixis), m_contacts.callerCache(),
-                                              m_contacts.addressBook(), prefixis,
-                                              prefs ? prefs->contactFormat : QVariantMap());
+        const QStringList found = methods::searchNameForPhonenumber(
+            methods::cleanNumber(unified, prefixis), m_contacts.callerCache(), m_contacts.addressBook(),
+            prefixis, prefs ? prefs->contactFormat : QVariantMap());
         if (!found.value(1).isEmpty())
             m_contact = {found.value(0), found.value(1), found.value(2)};
     }
     const QString name = m_contact.value(1);
     const QString label = methods::phoneLabelText(m_contact.value(2));
-    m_name->setText(name.isEmpty() ? tr("unknown") : label.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, label));
+    m_name->setText(name.isEmpty()    ? tr("unknown")
+                    : label.isEmpty() ? name
+                                      : QStringLiteral("%1 (%2)").arg(name, label));
     m_dial->setEnabled(!m_busy && !unified.isEmpty() && m_command && prefs && !prefs->isDummy());
     m_hangUp->setEnabled(!m_busy && m_command && prefs && !prefs->isDummy());
 }
@@ -192,22 +196,25 @@ void DialWindow::onTextChanged(const QString& text)
 void DialWindow::dial()
 {
     const auto prefs = m_manager.currentPreferences();
-    const QString number = methods::dialableNumber(m_number->text(), Prefixis(prefs ? prefs->prefixis : QStringList()).international);
+    const QString number = methods::dialableNumber(
+        m_number->text(), Prefixis(prefs ? prefs->prefixis : QStringList()).international);
     if (m_busy || !m_command || !prefs || number.isEmpty())
         return;
     const QString name = m_contact.value(1);
     if (prefs->confirmDial) {
-        const bool yes = m_confirm ? m_confirm(number, name)
-                                   : QMessageBox::question(this, tr("Dial"),
-                                                           name.isEmpty() ? tr("Dial %1?").arg(number)
-                                                                          : tr("Dial %1 (%2)?").arg(name, number)) ==
-                                         QMessageBox::Yes;
+        const bool yes =
+            m_confirm ? m_confirm(number, name)
+                      : QMessageBox::question(this, tr("Dial"),
+                                              name.isEmpty() ? tr("Dial %1?").arg(number)
+                                                             : tr("Dial %1 (%2)?").arg(name, number)) ==
+                            QMessageBox::Yes;
         if (!yes)
             return;
     }
     const QString port = currentPort();
     // The call shows in the monitor at once; the router's CALL line takes it over.
-    m_listener.addNewCallForExtensionForContact(number, port, m_contact.size() == 3 ? m_contact : EmptyContact);
+    m_listener.addNewCallForExtensionForContact(number, port,
+                                                m_contact.size() == 3 ? m_contact : EmptyContact);
     m_callUID.clear();
     const auto& calls = m_listener.monitorCalls();
     for (auto it = calls.crbegin(); it != calls.crend(); ++it)
@@ -236,7 +243,11 @@ void DialWindow::runCommand(const QString& action, const QString& number, const 
     QThreadPool::globalInstance()->start([self, command, action, number, port] {
         const RouterCommandResult result = command(action, number, port);
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [self, action, result] { if (self) self->commandDone(action, result); },
+            QCoreApplication::instance(),
+            [self, action, result] {
+                if (self)
+                    self->commandDone(action, result);
+            },
             Qt::QueuedConnection);
     });
 }
@@ -247,11 +258,14 @@ void DialWindow::commandDone(const QString& action, const RouterCommandResult& r
     const bool ok = result.ok;
     const bool dialling = action == u"call";
     if (ok) {
-        setStatus(dialling ? tr("The router is calling: pick up the handset of “%1”.").arg(m_extension->currentText())
-                           : tr("Hung up."),
-                  false);
+        setStatus(
+            dialling
+                ? tr("The router is calling: pick up the handset of “%1”.").arg(m_extension->currentText())
+                : tr("Hung up."),
+            false);
     } else {
-        setStatus(result.error().isEmpty() ? tr("The router did not take the command.") : result.error(), true);
+        setStatus(result.error().isEmpty() ? tr("The router did not take the command.") : result.error(),
+                  true);
     }
     // A call that did not start, or that was hung up, ends in the monitor too.
     if (!m_callUID.isEmpty() && (!ok || !dialling)) {

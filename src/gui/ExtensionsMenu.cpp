@@ -1,15 +1,16 @@
 #include "ExtensionsMenu.h"
 
+#include "MenuRebuild.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferencesManager.h"
-#include "MenuRebuild.h"
 #include "monitor/StreamListener.h"
 
 ExtensionsMenu::ExtensionsMenu(TNPreferencesManager& manager, StreamListener& listener, QWidget* parent)
     : QMenu(tr("Extensions"), parent), m_manager(manager), m_listener(listener)
 {
-    rebuildOn(this, {Notifications::UPDATEEXTENSIONMENU, Notifications::ACTIVATESETTINGS}, [this] { rebuild(); });
+    rebuildOn(this, {Notifications::UPDATEEXTENSIONMENU, Notifications::ACTIVATESETTINGS},
+              [this] { rebuild(); });
     rebuild();
 }
 
@@ -44,7 +45,8 @@ void ExtensionsMenu::rebuild()
                                     title.isEmpty() ? intern : title);
         action->setData(intern);
         action->setProperty("stateImage", imageNameForState(state));
-        connect(action, &QAction::triggered, this, [this, intern, title] { emit callExtension(intern, title); });
+        connect(action, &QAction::triggered, this,
+                [this, intern, title] { emit callExtension(intern, title); });
     }
     if (actions().isEmpty())
         addAction(tr("No extensions known"))->setEnabled(false);

@@ -1,9 +1,9 @@
 #include "LatestCallsMenu.h"
 
+#include "MenuRebuild.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
-#include "MenuRebuild.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -12,7 +12,8 @@
 LatestCallsMenu::LatestCallsMenu(TNPreferencesManager& manager, TNCallinglist* calls, QWidget* parent)
     : QMenu(tr("Latest calls"), parent), m_manager(manager), m_calls(calls)
 {
-    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { rebuild(); });
+    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
+              [this] { rebuild(); });
     rebuild();
 }
 
@@ -40,7 +41,8 @@ void LatestCallsMenu::addSection(const QString& title, const QVariantList& entri
         const QVariantMap call = entry.toMap();
         const QString number = call.value(QStringLiteral("phonenumber")).toString();
         const QString name = call.value(QStringLiteral("name")).toString();
-        const QDateTime when = QDateTime::fromSecsSinceEpoch(call.value(QStringLiteral("lastdate")).toLongLong());
+        const QDateTime when =
+            QDateTime::fromSecsSinceEpoch(call.value(QStringLiteral("lastdate")).toLongLong());
         // Today's calls by time, older ones with the day.
         QString time = locale.toString(when.time(), QLocale::ShortFormat);
         if (when.date() == today.addDays(-1))
@@ -53,6 +55,7 @@ void LatestCallsMenu::addSection(const QString& title, const QVariantList& entri
         action->setData(number);
         const QStringList contact{call.value(QStringLiteral("abid")).toString(), name,
                                   call.value(QStringLiteral("label")).toString()};
-        connect(action, &QAction::triggered, this, [this, number, contact] { emit dialNumber(number, contact); });
+        connect(action, &QAction::triggered, this,
+                [this, number, contact] { emit dialNumber(number, contact); });
     }
 }

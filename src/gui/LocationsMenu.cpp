@@ -1,16 +1,17 @@
 #include "LocationsMenu.h"
 
+#include "MenuRebuild.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferencesManager.h"
-#include "MenuRebuild.h"
 
 #include <QActionGroup>
 
 LocationsMenu::LocationsMenu(TNPreferencesManager& manager, QWidget* parent)
     : QMenu(tr("Locations"), parent), m_manager(manager)
 {
-    rebuildOn(this, {Notifications::REFRESHLOCATIONSMENU, Notifications::ACTIVATESETTINGS}, [this] { rebuild(); });
+    rebuildOn(this, {Notifications::REFRESHLOCATIONSMENU, Notifications::ACTIVATESETTINGS},
+              [this] { rebuild(); });
     rebuild();
 }
 

@@ -1,7 +1,7 @@
 #include "MemoEditor.h"
 
-#include "calllist/TNCallinglist.h"
 #include "app/CallMemo.h"
+#include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 
 #include <QLineEdit>
@@ -14,7 +14,8 @@ MemoEditor::MemoEditor(StreamListener& listener, TNCallinglist& calls, int profi
     QString who;
     if (const qsizetype i = listener.indexForUID(uid); i != StreamListener::NotFound) {
         const CallRecord& call = listener.monitorCalls().at(i);
-        who = call.contactName().isEmpty() ? call.number : QStringLiteral("%1 (%2)").arg(call.contactName(), call.number);
+        who = call.contactName().isEmpty() ? call.number
+                                           : QStringLiteral("%1 (%2)").arg(call.contactName(), call.number);
         // A memo saved earlier in this call is opened again.
         if (call.MemoID)
             if (const auto memo = calls.memos().getDetailMemoWithID(*call.MemoID)) {
@@ -33,7 +34,8 @@ bool MemoEditor::save()
     const qint64 id = methods::saveMemoForCall(m_listener, m_calls, m_profile, m_uid, subjectField()->text(),
                                                bodyField()->toPlainText());
     if (id < 0) {
-        showError(tr("The memo could not be saved: the call is no longer listed or the call database refused it."));
+        showError(
+            tr("The memo could not be saved: the call is no longer listed or the call database refused it."));
         return false;
     }
     return true;

@@ -7,7 +7,8 @@
 #include <QPlainTextEdit>
 
 MemoForm::MemoForm(QWidget* parent)
-    : QDialog(parent), m_subject(new QLineEdit(this)), m_body(new QPlainTextEdit(this)), m_error(new QLabel(this))
+    : QDialog(parent), m_subject(new QLineEdit(this)), m_body(new QPlainTextEdit(this)),
+      m_error(new QLabel(this))
 {
     m_error->setStyleSheet(QStringLiteral("color: #c8372d"));
     m_error->setWordWrap(true);

@@ -17,16 +17,17 @@ inline void rebuildOn(QObject* owner, const QStringList& names, std::function<vo
 {
     auto pending = std::make_shared<bool>(false);
     for (const QString& name : names)
-        NotificationCenter::defaultCenter().addObserver(owner, name, [owner, pending, rebuild](const Notification&) {
-            if (*pending)
-                return;
-            *pending = true;
-            QMetaObject::invokeMethod(
-                owner,
-                [pending, rebuild] {
-                    *pending = false;
-                    rebuild();
-                },
-                Qt::QueuedConnection);
-        });
+        NotificationCenter::defaultCenter().addObserver(owner, name,
+                                                        [owner, pending, rebuild](const Notification&) {
+                                                            if (*pending)
+                                                                return;
+                                                            *pending = true;
+                                                            QMetaObject::invokeMethod(
+                                                                owner,
+                                                                [pending, rebuild] {
+                                                                    *pending = false;
+                                                                    rebuild();
+                                                                },
+                                                                Qt::QueuedConnection);
+                                                        });
 }

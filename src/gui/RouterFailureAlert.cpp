@@ -22,8 +22,9 @@ void show(const RouterFailure& failure)
             if (open.contains(body))
                 return;
             open.insert(body);
-            auto* box = new QMessageBox(QMessageBox::Warning, title.isEmpty() ? QStringLiteral("Tondrel") : title, body,
-                                        QMessageBox::Ok);
+            auto* box =
+                new QMessageBox(QMessageBox::Warning, title.isEmpty() ? QStringLiteral("Tondrel") : title,
+                                body, QMessageBox::Ok);
             box->setAttribute(Qt::WA_DeleteOnClose);
             QObject::connect(box, &QObject::destroyed, qApp, [body] { open.remove(body); });
             box->show();

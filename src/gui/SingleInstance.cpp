@@ -31,7 +31,9 @@ SingleInstance::SingleInstance(QString name, QObject* parent) : QObject(parent),
 QString SingleInstance::nameForConfigDir(const QString& configDir)
 {
     const QString folder = QString::fromLatin1(
-        QCryptographicHash::hash(QDir::cleanPath(configDir).toUtf8(), QCryptographicHash::Sha1).toHex().left(10));
+        QCryptographicHash::hash(QDir::cleanPath(configDir).toUtf8(), QCryptographicHash::Sha1)
+            .toHex()
+            .left(10));
     // The user's runtime folder is private; the fallback in /tmp carries the user id.
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (!runtime.isEmpty())

@@ -19,7 +19,8 @@ TNStatusMenu::DockState TNStatusMenu::dockState(const SettingsStore& settings)
 
 QIcon TNStatusMenu::iconForState(int state)
 {
-    QIcon icon(state == 1 ? QStringLiteral(":/icons/fritzboxg.svg") : QStringLiteral(":/icons/fritzboxb.svg"));
+    QIcon icon(state == 1 ? QStringLiteral(":/icons/fritzboxg.svg")
+                          : QStringLiteral(":/icons/fritzboxb.svg"));
     // Monochrome: let panels with a dark theme recolour it.
     icon.setIsMask(true);
     return icon;
@@ -33,10 +34,11 @@ void TNStatusMenu::allocStatusItem(QMenu* menu)
 {
     m_item = std::make_unique<QSystemTrayIcon>();
     m_item->setContextMenu(menu);
-    connect(m_item.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
-            emit clicked();
-    });
+    connect(m_item.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger)
+                    emit clicked();
+            });
     update();
     m_item->show();
 }

@@ -17,21 +17,21 @@
 #include "app/AppEnvironment.h"
 #include "app/CallListSync.h"
 #include "app/CallMonitorService.h"
+#include "app/ServiceAdapters.h"
 #include "base/Defaults.h"
 #include "base/DialURL.h"
 #include "base/Logging.h"
 #include "base/NotificationNames.h"
-#include "app/ServiceAdapters.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferencesManager.h"
-#include "box/RouterSession.h"
-#include "box/RouterSessions.h"
 #include "box/FBBoxSystemHelper.h"
 #include "box/RouterCommand.h"
+#include "box/RouterSession.h"
+#include "box/RouterSessions.h"
+#include "calllist/TNCallinglist.h"
 #include "contacts/ContactsServices.h"
 #include "contacts/FBReverseSearch.h"
-#include "calllist/TNCallinglist.h"
 #include "monitor/DBusNotificationPresenter.h"
 
 #include <QApplication>
@@ -54,33 +54,39 @@ TrayApplication::Options TrayApplication::routerOptions(AppEnvironment& env, Fai
         if (!prefs)
             return RouterCommandResult();
         const auto session = sessions->forLocation(*prefs);
-        const RouterCommandResult result = FBBoxConnectionHelper::runRouterCommand(action, number, port, prefs.get(), *session);
+        const RouterCommandResult result =
+            FBBoxConnectionHelper::runRouterCommand(action, number, port, prefs.get(), *session);
         if (showFailure && result.failure)
             showFailure(result.failure);
         return result;
     };
     options.switchWLAN = [manager, sessions, showFailure](const QString& command) {
         if (auto prefs = manager->currentPreferences())
-            FBBoxSystemHelper::setWLANStatusInBackground(prefs, sessions->forLocation(*prefs), command, showFailure);
+            FBBoxSystemHelper::setWLANStatusInBackground(prefs, sessions->forLocation(*prefs), command,
+                                                         showFailure);
     };
     options.switchDECT = [manager, sessions, showFailure](const QString& command) {
         if (auto prefs = manager->currentPreferences())
-            FBBoxSystemHelper::setDECTStatusInBackground(prefs, sessions->forLocation(*prefs), command, showFailure);
+            FBBoxSystemHelper::setDECTStatusInBackground(prefs, sessions->forLocation(*prefs), command,
+                                                         showFailure);
     };
     options.trafficQuery = [manager, sessions](const QStringList& variables) {
         const auto prefs = manager->currentPreferences();
         if (!prefs || prefs->isDummy() || prefs->hostName.isEmpty())
             return QStringList();
-        return FBBoxConnectionHelper::queryWithSession(variables, prefs.get(), *sessions->forLocation(*prefs));
+        return FBBoxConnectionHelper::queryWithSession(variables, prefs.get(),
+                                                       *sessions->forLocation(*prefs));
     };
     options.checkRouterStatus = [manager, sessions, showFailure] {
         // Settings and session stay alive until the check ends.
         if (auto prefs = manager->currentPreferences())
-            QThreadPool::globalInstance()->start([prefs, session = sessions->forLocation(*prefs), showFailure] {
-                const RouterFailure failure = FBBoxConnectionHelper::checkRouterStatusWithSession(prefs.get(), *session);
-                if (showFailure && failure)
-                    showFailure(failure);
-            });
+            QThreadPool::globalInstance()->start(
+                [prefs, session = sessions->forLocation(*prefs), showFailure] {
+                    const RouterFailure failure =
+                        FBBoxConnectionHelper::checkRouterStatusWithSession(prefs.get(), *session);
+                    if (showFailure && failure)
+                        showFailure(failure);
+                });
     };
     return options;
 }
@@ -112,8 +118,8 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     menuHooks.askWLANoff = m_options.askWLANoff;
     menuHooks.switchDECT = m_options.switchDECT;
     menuHooks.askDECToff = m_options.askDECToff;
-    m_menu = std::make_unique<TrayMenu>(env.manager(), env.routerSessions(), m_monitor->listener(), m_monitor->conductor(),
-                                        env.callinglist(), std::move(menuHooks));
+    m_menu = std::make_unique<TrayMenu>(env.manager(), env.routerSessions(), m_monitor->listener(),
+                                        m_monitor->conductor(), env.callinglist(), std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
@@ -125,10 +131,12 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
-    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS}, [this] { updateLocationName(); });
+    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
+              [this] { updateLocationName(); });
     // The core decides the badge; the status item shows it.
     if (CallListSync* sync = env.callListSync())
-        connect(sync, &CallListSync::badgeChanged, this, [this](const QString& title) { m_status->setTitle(title); });
+        connect(sync, &CallListSync::badgeChanged, this,
+                [this](const QString& title) { m_status->setTitle(title); });
     rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
         if (m_dialWindow)
             m_dialWindow->reloadSources();
@@ -159,7 +167,8 @@ TrayApplication::~TrayApplication()
 void TrayApplication::start(const QStringList& arguments)
 {
     auto dock = TNStatusMenu::dockState(m_env.settings());
-    if (TNStatusMenu::showsStatusItem(dock) && !m_options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {
+    if (TNStatusMenu::showsStatusItem(dock) && !m_options.headless &&
+        !QSystemTrayIcon::isSystemTrayAvailable()) {
         // A desktop without a tray: the window carries the menu instead.
         qCInfo(lcApp) << "No system tray here; the call monitor window carries the menu";
         dock = TNStatusMenu::TaskbarOnly;
@@ -236,7 +245,8 @@ CallMonitorWindow& TrayApplication::monitorWindow()
 {
     if (!m_monitorWindow) {
         m_monitorWindow = std::make_unique<CallMonitorWindow>(m_monitor->listener(), m_env.settings());
-        connect(m_monitorWindow.get(), &CallMonitorWindow::memoRequested, this, &TrayApplication::openMemoEditor);
+        connect(m_monitorWindow.get(), &CallMonitorWindow::memoRequested, this,
+                &TrayApplication::openMemoEditor);
     }
     return *m_monitorWindow;
 }
@@ -244,8 +254,9 @@ CallMonitorWindow& TrayApplication::monitorWindow()
 DialWindow& TrayApplication::dialWindow()
 {
     if (!m_dialWindow)
-        m_dialWindow = std::make_unique<DialWindow>(m_env.manager(), m_monitor->listener(), m_env.callinglist(),
-                                                    m_env.contacts(), m_options.routerCommand);
+        m_dialWindow =
+            std::make_unique<DialWindow>(m_env.manager(), m_monitor->listener(), m_env.callinglist(),
+                                         m_env.contacts(), m_options.routerCommand);
     return *m_dialWindow;
 }
 
@@ -257,10 +268,9 @@ void TrayApplication::openCallmonitorWindow()
 CallListWindow* TrayApplication::callListWindow()
 {
     if (!m_callListWindow && m_env.callinglist()) {
-        m_callListWindow = std::make_unique<CallListWindow>(m_env.manager(), *m_env.callinglist(),
-                                                            *m_env.callListSync(), m_env.contacts(),
-                                                            m_monitor->listener(),
-                                                            m_env.settings());
+        m_callListWindow =
+            std::make_unique<CallListWindow>(m_env.manager(), *m_env.callinglist(), *m_env.callListSync(),
+                                             m_env.contacts(), m_monitor->listener(), m_env.settings());
         connect(m_callListWindow.get(), &CallListWindow::callRequested, this, &TrayApplication::openNewCall);
     }
     return m_callListWindow.get();
@@ -285,7 +295,8 @@ VoicemailWindow& TrayApplication::voicemailWindow()
 PhonebookWindow& TrayApplication::phonebookWindow()
 {
     if (!m_phonebookWindow)
-        m_phonebookWindow = std::make_unique<PhonebookWindow>(m_env.manager(), m_env.routerSessions(), m_env.settings());
+        m_phonebookWindow =
+            std::make_unique<PhonebookWindow>(m_env.manager(), m_env.routerSessions(), m_env.settings());
     return *m_phonebookWindow;
 }
 

@@ -12,10 +12,12 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
                          "A second start hands its requests to the running Tondrel."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QCoreApplication::translate("TrayArguments", "Show this help and exit."));
-    const QCommandLineOption version(QStringLiteral("version"),
-                                     QCoreApplication::translate("TrayArguments", "Show the version and exit."));
-    const QCommandLineOption newCall(QStringLiteral("new-call"),
-                                     QCoreApplication::translate("TrayArguments", "Open the new-call window."));
+    const QCommandLineOption version(
+        QStringLiteral("version"),
+        QCoreApplication::translate("TrayArguments", "Show the version and exit."));
+    const QCommandLineOption newCall(
+        QStringLiteral("new-call"),
+        QCoreApplication::translate("TrayArguments", "Open the new-call window."));
     const QCommandLineOption callList(QStringLiteral("calllist"),
                                       QCoreApplication::translate("TrayArguments", "Open the call list."));
     const QCommandLineOption voicemail(
@@ -27,7 +29,8 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
         QStringLiteral("dir"));
     const QCommandLineOption dataDir(
         QStringLiteral("data-dir"),
-        QCoreApplication::translate("TrayArguments", "Data folder with the call database (default ~/.local/share/Tondrel)."),
+        QCoreApplication::translate("TrayArguments",
+                                    "Data folder with the call database (default ~/.local/share/Tondrel)."),
         QStringLiteral("dir"));
     const QCommandLineOption secrets(
         QStringLiteral("secrets"),
@@ -40,7 +43,8 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
         parser.addOption(o);
     parser.addPositionalArgument(
         QStringLiteral("url"),
-        QCoreApplication::translate("TrayArguments", "A tel:, callto: or dial: link: opens the new-call window with its number."),
+        QCoreApplication::translate(
+            "TrayArguments", "A tel:, callto: or dial: link: opens the new-call window with its number."),
         QStringLiteral("[url...]"));
 
     QStringList all{QStringLiteral("tondrel")};
@@ -68,7 +72,8 @@ TrayArguments TrayArguments::parse(const QStringList& arguments)
         out.ok = false;
         out.exitNow = true;
         out.exitCode = 2;
-        out.message = QCoreApplication::translate("TrayArguments", "--secrets is keyring or file, not %1.\n").arg(store);
+        out.message = QCoreApplication::translate("TrayArguments", "--secrets is keyring or file, not %1.\n")
+                          .arg(store);
         return out;
     }
     out.configDir = parser.value(configDir);

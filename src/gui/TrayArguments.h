@@ -8,12 +8,12 @@
 struct TrayArguments
 {
     bool ok = true;
-    int exitCode = 0;   // when !ok or for --help/--version
+    int exitCode = 0;     // when !ok or for --help/--version
     bool exitNow = false; // --help, --version or an error: print message and exit
-    QString message;    // the help or error text
+    QString message;      // the help or error text
     QString configDir;
     QString dataDir;
-    QString secrets;    // "file" keeps passwords in secrets.json
+    QString secrets;      // "file" keeps passwords in secrets.json
     QStringList requests; // handed to TrayApplication::handleArguments
 
     static TrayArguments parse(const QStringList& arguments);

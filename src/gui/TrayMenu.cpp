@@ -43,7 +43,8 @@ int dectStatusOf(const RouterSession& session)
 
 TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener,
                    AppConductor& conductor, TNCallinglist* calls, Hooks hooks, QObject* parent)
-    : QObject(parent), m_manager(manager), m_sessions(sessions), m_listener(listener), m_conductor(conductor), m_hooks(std::move(hooks))
+    : QObject(parent), m_manager(manager), m_sessions(sessions), m_listener(listener), m_conductor(conductor),
+      m_hooks(std::move(hooks))
 {
     m_monitorWindow = m_menu.addAction(tr("Call monitor window"));
     connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
@@ -64,9 +65,10 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, Stre
     m_extensions = new ExtensionsMenu(manager, listener, &m_menu);
     m_menu.addMenu(m_extensions);
     // callExtension: an internal call is "**" and the extension's number.
-    connect(m_extensions, &ExtensionsMenu::callExtension, this, [this](const QString& intern, const QString& title) {
-        emit newCall(QStringLiteral("**") + intern, {QString(), title, QString()});
-    });
+    connect(m_extensions, &ExtensionsMenu::callExtension, this,
+            [this](const QString& intern, const QString& title) {
+                emit newCall(QStringLiteral("**") + intern, {QString(), title, QString()});
+            });
 
     m_menu.addSeparator();
     m_wlan = m_menu.addAction(tr("Wi-Fi"));
@@ -77,7 +79,8 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, Stre
     connect(m_dect, &QAction::triggered, this, &TrayMenu::toggleDECT);
     m_callMonitor = m_menu.addAction(tr("Call monitor"));
     m_callMonitor->setCheckable(true);
-    connect(m_callMonitor, &QAction::triggered, this, [this] { m_callMonitor->setChecked(m_conductor.toggleCallMonitor()); });
+    connect(m_callMonitor, &QAction::triggered, this,
+            [this] { m_callMonitor->setChecked(m_conductor.toggleCallMonitor()); });
     connect(&m_conductor, &AppConductor::callMonitorChecked, m_callMonitor, &QAction::setChecked);
     m_remote = m_menu.addAction(tr("Remote access"));
     m_remote->setCheckable(true);
@@ -123,7 +126,8 @@ void TrayMenu::setDECTStatus()
 {
     const auto prefs = m_manager.currentPreferences();
     const int status = prefs ? dectStatusOf(*m_sessions.forLocation(*prefs)) : 0;
-    m_dect->setEnabled(m_hooks.switchDECT && prefs && !prefs->isDummy() && (status == DectOff || status == DectOn));
+    m_dect->setEnabled(m_hooks.switchDECT && prefs && !prefs->isDummy() &&
+                       (status == DectOff || status == DectOn));
     m_dect->setChecked(status == DectOn);
 }
 
@@ -137,10 +141,11 @@ void TrayMenu::toggleDECT()
         return;
     }
     // Cordless telephones go silent: asked first, like the Wi-Fi.
-    const bool off = m_hooks.askDECToff ? m_hooks.askDECToff()
-                                        : QMessageBox::question(nullptr, tr("DECT"),
-                                                                tr("Switch DECT off? Cordless telephones can then "
-                                                                   "neither ring nor make calls.")) == QMessageBox::Yes;
+    const bool off = m_hooks.askDECToff
+                         ? m_hooks.askDECToff()
+                         : QMessageBox::question(nullptr, tr("DECT"),
+                                                 tr("Switch DECT off? Cordless telephones can then "
+                                                    "neither ring nor make calls.")) == QMessageBox::Yes;
     if (off)
         m_hooks.switchDECT(QStringLiteral("DECToff"));
     else

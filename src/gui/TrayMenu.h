@@ -34,8 +34,8 @@ public:
         std::function<bool()> askDECToff;
     };
 
-    TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener, AppConductor& conductor,
-             TNCallinglist* calls, Hooks hooks, QObject* parent = nullptr);
+    TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener,
+             AppConductor& conductor, TNCallinglist* calls, Hooks hooks, QObject* parent = nullptr);
     ~TrayMenu() override;
 
     QMenu* menu() { return &m_menu; }

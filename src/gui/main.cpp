@@ -1,9 +1,9 @@
-#include "app/AppEnvironment.h"
-#include "base/Localization.h"
-#include "SingleInstance.h"
 #include "RouterFailureAlert.h"
+#include "SingleInstance.h"
 #include "TrayApplication.h"
 #include "TrayArguments.h"
+#include "app/AppEnvironment.h"
+#include "base/Localization.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -43,7 +43,8 @@ int main(int argc, char** argv)
         return instance.forward(args.requests) ? 0 : 1;
     }
 
-    AppEnvironment env(paths, args.secrets.isEmpty() ? qEnvironmentVariable("TONDREL_SECRETS") : args.secrets);
+    AppEnvironment env(paths,
+                       args.secrets.isEmpty() ? qEnvironmentVariable("TONDREL_SECRETS") : args.secrets);
     QString error;
     if (!env.open(false, &error)) {
         if (!env.settingsCorrupt()) {
@@ -52,7 +53,8 @@ int main(int argc, char** argv)
         }
         const auto answer = QMessageBox::question(
             nullptr, QStringLiteral("Tondrel"),
-            QObject::tr("%1\n\nStart with default settings? The old file stays where it was copied.").arg(error));
+            QObject::tr("%1\n\nStart with default settings? The old file stays where it was copied.")
+                .arg(error));
         if (answer != QMessageBox::Yes || !env.open(true, &error))
             return 1;
     }

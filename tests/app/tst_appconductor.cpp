@@ -1,15 +1,15 @@
 #include "app/AppConductor.h"
+#include "base/Clock.h"
 #include "base/DialURL.h"
-#include "monitor/NetworkReachability.h"
-#include "monitor/ReconnectBackoff.h"
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
-#include "monitor/SleepWatcher.h"
 #include "base/TNPreferencesManager.h"
+#include "monitor/NetworkReachability.h"
+#include "monitor/ReconnectBackoff.h"
+#include "monitor/SleepWatcher.h"
 #include "monitor/StreamListener.h"
-#include "base/Clock.h"
-#include "base/NotificationCenter.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -206,8 +206,8 @@ private slots:
         QTRY_VERIFY(env.listener.isConnected());
 
         auto prepare = [&](bool start) {
-            QDBusMessage m = QDBusMessage::createSignal(u"/org/freedesktop/login1"_s,
-                                                        u"org.freedesktop.login1.Manager"_s, u"PrepareForSleep"_s);
+            QDBusMessage m = QDBusMessage::createSignal(
+                u"/org/freedesktop/login1"_s, u"org.freedesktop.login1.Manager"_s, u"PrepareForSleep"_s);
             m << start;
             QVERIFY(login.send(m));
         };

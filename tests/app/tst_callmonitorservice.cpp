@@ -61,11 +61,13 @@ private slots:
         QTRY_COMPARE(sim.control("GET", u"/_sim/monitor/clients"_s), QByteArray("{\"clients\":1}"));
 
         const int atStart = imports;
-        QVERIFY(!sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0301234567","called":"5551234"})").isNull());
+        QVERIFY(!sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0301234567","called":"5551234"})")
+                     .isNull());
         QVERIFY(!sim.control("POST", u"/_sim/monitor/connect"_s, R"({"connID":0,"extension":"1"})").isNull());
         QTRY_COMPARE(lines.count(), 2);
         QCOMPARE(imports, atStart); // not while the call lasts
-        QVERIFY(!sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0,"duration":12})").isNull());
+        QVERIFY(
+            !sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0,"duration":12})").isNull());
         QTRY_COMPARE(lines.count(), 3);
         QCOMPARE(imports - atStart, afterCall ? 1 : 0);
 

@@ -1,11 +1,11 @@
+#include "assistant/AssistantRouterData.h"
+#include "assistant/TNAssistantSaver.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/SecretStore.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferencesManager.h"
-#include "assistant/AssistantRouterData.h"
-#include "assistant/TNAssistantSaver.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -22,8 +22,8 @@ constexpr std::uint32_t kBase = 0x1;
 // A router's answer with the given positions changed from a plain home router in Berlin.
 QStringList answerWith(const QHash<int, QString>& changes)
 {
-    QStringList a{u"49"_s, u"00"_s, u"30"_s, u"0"_s, u"50"_s, u"1"_s, QString(), u"0"_s, QString(), u"0"_s,
-                  QString(), u"boxuser3"_s, u"0"_s, u"0"_s, QString(), QString(), u"0"_s};
+    QStringList a{u"49"_s, u"00"_s,   u"30"_s,       u"0"_s, u"50"_s, u"1"_s,    QString(), u"0"_s, QString(),
+                  u"0"_s,  QString(), u"boxuser3"_s, u"0"_s, u"0"_s,  QString(), QString(), u"0"_s};
     for (auto it = changes.begin(); it != changes.end(); ++it)
         a[it.key()] = it.value();
     return a;
@@ -60,13 +60,14 @@ void TestAssistantData::readingTheRouter_data()
     QTest::addColumn<quint32>("rights");
     QTest::addColumn<Outcome>("outcome");
 
-    QTest::newRow("logged in with settings right") << answerWith({}) << kLoggedIn << quint32(kBase | 0x80000)
-                                                   << Outcome::Ok;
+    QTest::newRow("logged in with settings right")
+        << answerWith({}) << kLoggedIn << quint32(kBase | 0x80000) << Outcome::Ok;
     QTest::newRow("wrong password") << answerWith({}) << 1 << kBase << Outcome::NotLoggedIn;
     QTest::newRow("router unreachable") << QStringList() << 2 << kBase << Outcome::NotLoggedIn;
-    QTest::newRow("user without settings right") << answerWith({}) << kLoggedIn << quint32(kBase | 0x10000)
-                                                 << Outcome::MissingRights;
-    QTest::newRow("answer cut short") << answerWith({}).mid(0, 16) << kLoggedIn << kBase << Outcome::InvalidAnswer;
+    QTest::newRow("user without settings right")
+        << answerWith({}) << kLoggedIn << quint32(kBase | 0x10000) << Outcome::MissingRights;
+    QTest::newRow("answer cut short")
+        << answerWith({}).mid(0, 16) << kLoggedIn << kBase << Outcome::InvalidAnswer;
 }
 
 void TestAssistantData::readingTheRouter()
@@ -97,8 +98,12 @@ void TestAssistantData::remoteAccess_data()
     QTest::addColumn<QString>("user");
     QTest::addColumn<bool>("askForHost");
 
-    const QHash<int, QString> myFritz{{12, u"1"_s}, {13, u"1"_s}, {14, u"abc123.myfritz.net"_s},
-                                      {15, u"me@example.org"_s}, {6, u"home.dyndns.org"_s}, {10, u"remote"_s}};
+    const QHash<int, QString> myFritz{{12, u"1"_s},
+                                      {13, u"1"_s},
+                                      {14, u"abc123.myfritz.net"_s},
+                                      {15, u"me@example.org"_s},
+                                      {6, u"home.dyndns.org"_s},
+                                      {10, u"remote"_s}};
     QTest::newRow("MyFRITZ! registered, no port: 443")
         << answerWith(myFritz) << u"abc123.myfritz.net"_s << u"443"_s << QString() << false;
     auto withPort = myFritz;
@@ -137,17 +142,19 @@ void TestAssistantData::remoteAccess()
 
 void TestAssistantData::userAccounts()
 {
-    const QStringList answer{u"anna"_s,      u"3"_s, u"2"_s, u"1"_s, u"3"_s, u"0"_s, u"boxuser1"_s,
-                             u"boxuser98"_s, u"0"_s, u"2"_s, u"2"_s, u"0"_s, u"2"_s, u"boxuser98"_s,
-                             QString(),      QString(), QString(), QString(), QString(), QString(), QString(),
-                             u"ben"_s,       u"0"_s, u"0"_s, u"2"_s, u"0"_s, u"1"_s, u"boxuser4"_s};
+    const QStringList answer{u"anna"_s,     u"3"_s,         u"2"_s,    u"1"_s,       u"3"_s,    u"0"_s,
+                             u"boxuser1"_s, u"boxuser98"_s, u"0"_s,    u"2"_s,       u"2"_s,    u"0"_s,
+                             u"2"_s,        u"boxuser98"_s, QString(), QString(),    QString(), QString(),
+                             QString(),     QString(),      QString(), u"ben"_s,     u"0"_s,    u"0"_s,
+                             u"2"_s,        u"0"_s,         u"1"_s,    u"boxuser4"_s};
     const auto users = AssistantRules::usersFromAnswer(answer, 4);
     QCOMPARE(users.size(), 2);
     QCOMPARE(users[0].boxAdminRights, u"2"_s);
     QCOMPARE(users[0].dialRights, u"1"_s);
     QCOMPARE(users[1].phoneRights, u"1"_s);
     QCOMPARE(users[1].uid, u"boxuser4"_s);
-    QCOMPARE(AssistantRules::usersFromAnswer(answer, 10).size(), 2); // a short answer is read as far as it goes
+    QCOMPARE(AssistantRules::usersFromAnswer(answer, 10).size(),
+             2); // a short answer is read as far as it goes
 }
 
 void TestAssistantData::savingWritesACurrentLocation()
@@ -160,8 +167,8 @@ void TestAssistantData::savingWritesACurrentLocation()
     QStringList posted;
     QVector<int> progress;
     QObject context;
-    for (const QString& name : {Notifications::UPDATESAVEPROGRESS, Notifications::FINISHSAVING,
-                                Notifications::ACTIVATESETTINGS})
+    for (const QString& name :
+         {Notifications::UPDATESAVEPROGRESS, Notifications::FINISHSAVING, Notifications::ACTIVATESETTINGS})
         center.addObserver(&context, name, [&](const Notification& n) {
             posted << n.name;
             if (n.name == Notifications::UPDATESAVEPROGRESS)
@@ -181,7 +188,8 @@ void TestAssistantData::savingWritesACurrentLocation()
     TNAssistantSaver saver(manager, center);
     const QString uid = saver.savePreferences(data);
     QTRY_VERIFY(posted.contains(Notifications::ACTIVATESETTINGS));
-    QCOMPARE(posted.mid(posted.size() - 2), (QStringList{Notifications::FINISHSAVING, Notifications::ACTIVATESETTINGS}));
+    QCOMPARE(posted.mid(posted.size() - 2),
+             (QStringList{Notifications::FINISHSAVING, Notifications::ACTIVATESETTINGS}));
     QVERIFY(std::is_sorted(progress.begin(), progress.end()));
     QCOMPARE(progress.last(), 100);
 
@@ -208,8 +216,10 @@ void TestAssistantData::failedSaveKeepsNothing()
     QVariantMap finish;
     bool activated = false;
     QObject context;
-    center.addObserver(&context, Notifications::FINISHSAVING, [&](const Notification& n) { finish = n.userInfo; });
-    center.addObserver(&context, Notifications::ACTIVATESETTINGS, [&](const Notification&) { activated = true; });
+    center.addObserver(&context, Notifications::FINISHSAVING,
+                       [&](const Notification& n) { finish = n.userInfo; });
+    center.addObserver(&context, Notifications::ACTIVATESETTINGS,
+                       [&](const Notification&) { activated = true; });
     AssistantRouterData data;
     data.host = u"fritz.box"_s;
     data.pass = u"pw"_s;

@@ -30,9 +30,10 @@ private:
     QList<QByteArray> m_answers;
 };
 
-const QByteArray kAvm = "HTTP/1.1 200 OK\r\nLOCATION: http://127.0.0.1:49000/tr64desc.xml\r\n"
-                        "SERVER: FRITZ!Box 6360 Cable (um) UPnP/1.0 AVM FRITZ!Box 6360 Cable (um) 85.06.52\r\n"
-                        "CACHE-CONTROL: max-age=1800\r\nEXT:\r\n\r\n";
+const QByteArray kAvm =
+    "HTTP/1.1 200 OK\r\nLOCATION: http://127.0.0.1:49000/tr64desc.xml\r\n"
+    "SERVER: FRITZ!Box 6360 Cable (um) UPnP/1.0 AVM FRITZ!Box 6360 Cable (um) 85.06.52\r\n"
+    "CACHE-CONTROL: max-age=1800\r\nEXT:\r\n\r\n";
 const QByteArray kOther = "HTTP/1.1 200 OK\r\nSERVER: Linux/5.4 UPnP/1.0 MiniUPnPd/2.1\r\n\r\n";
 } // namespace
 
@@ -51,8 +52,8 @@ void TestSsdpDiscovery::answers_data()
 
     QTest::newRow("two answers from one host list it once")
         << QList<QByteArray>{kAvm, kAvm} << QStringLiteral("FRITZ!Box 6360 Cable (um) 85.06.52");
-    QTest::newRow("a device that is not from AVM") << QList<QByteArray>{kOther}
-                                                   << QStringLiteral("** Unkown Device Name **");
+    QTest::newRow("a device that is not from AVM")
+        << QList<QByteArray>{kOther} << QStringLiteral("** Unkown Device Name **");
     QTest::newRow("nobody answers") << QList<QByteArray>{} << QString();
 }
 

@@ -17,7 +17,8 @@ void TestLocalization::englishByDefault()
 {
     QVERIFY(Localization::install(QLocale::c()));
     QCOMPARE(Localization::localized(QStringLiteral("Error")), QStringLiteral("Error"));
-    const QString block = Localization::localizedFormat(QStringLiteral("errorBlockTime"), QStringLiteral("32"));
+    const QString block =
+        Localization::localizedFormat(QStringLiteral("errorBlockTime"), QStringLiteral("32"));
     QVERIFY2(block.contains(QStringLiteral("32")), qPrintable(block));
 }
 
@@ -26,9 +27,10 @@ void TestLocalization::everyKeyHasAGermanText()
     QVERIFY(Localization::install(QLocale(QLocale::German, QLocale::Germany)));
     static const QRegularExpression placeholder(QStringLiteral("%\\d"));
     // Words that are the same in both languages.
-    const QStringList same{QStringLiteral("iPhone"), QStringLiteral("Fax"), QStringLiteral("Name"),
-                           QStringLiteral("Pager"), QStringLiteral("Home"), QStringLiteral("Internet"), QStringLiteral("Normal"), QStringLiteral("Label_Single"),
-                           QStringLiteral("Label_Short_Single")};
+    const QStringList same{
+        QStringLiteral("iPhone"), QStringLiteral("Fax"),          QStringLiteral("Name"),
+        QStringLiteral("Pager"),  QStringLiteral("Home"),         QStringLiteral("Internet"),
+        QStringLiteral("Normal"), QStringLiteral("Label_Single"), QStringLiteral("Label_Short_Single")};
     QStringList untranslated;
     for (const QString& key : Localization::allKeys()) {
         const QString english = Localization::englishText(key);

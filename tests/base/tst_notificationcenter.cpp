@@ -26,9 +26,11 @@ void TestNotificationCenter::sameThreadIsImmediate()
     NotificationCenter center;
     QObject observer;
     QStringList seen;
-    center.addObserver(&observer, Notifications::RELOADCALLINGLIST,
-                       [&](const Notification& n) { seen << n.userInfo.value(QStringLiteral("k")).toString(); });
-    center.addObserver(&observer, QString(), [&](const Notification& n) { seen << QStringLiteral("any:") + n.name; });
+    center.addObserver(&observer, Notifications::RELOADCALLINGLIST, [&](const Notification& n) {
+        seen << n.userInfo.value(QStringLiteral("k")).toString();
+    });
+    center.addObserver(&observer, QString(),
+                       [&](const Notification& n) { seen << QStringLiteral("any:") + n.name; });
     center.post(Notifications::RELOADCALLINGLIST, &observer, {{QStringLiteral("k"), QStringLiteral("v")}});
     center.post(Notifications::RELOADMEMOS);
     QCOMPARE(seen, (QStringList{QStringLiteral("v"), QStringLiteral("any:RELOADCALLINGLIST"),

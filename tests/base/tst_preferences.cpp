@@ -86,12 +86,12 @@ void TestPreferences::missingKeys_data()
 
     const QVariantMap none;
     QTest::newRow("remote port 443 when missing") << none << keys::RemoteSSLPort << QVariant(443);
-    QTest::newRow("remote port 0 reads 443") << QVariantMap{{keys::RemoteSSLPort, 0}} << keys::RemoteSSLPort
-                                             << QVariant(443);
-    QTest::newRow("remote port kept") << QVariantMap{{keys::RemoteSSLPort, 8443}} << keys::RemoteSSLPort
-                                      << QVariant(8443);
-    QTest::newRow("voicemail flags five ones") << none << keys::LoadVoicemails
-                                               << QVariant(QVariantList{1, 1, 1, 1, 1});
+    QTest::newRow("remote port 0 reads 443")
+        << QVariantMap{{keys::RemoteSSLPort, 0}} << keys::RemoteSSLPort << QVariant(443);
+    QTest::newRow("remote port kept")
+        << QVariantMap{{keys::RemoteSSLPort, 8443}} << keys::RemoteSSLPort << QVariant(8443);
+    QTest::newRow("voicemail flags five ones")
+        << none << keys::LoadVoicemails << QVariant(QVariantList{1, 1, 1, 1, 1});
     QTest::newRow("wake on lan stays absent") << none << keys::WakeOnLan << QVariant();
 }
 
@@ -133,7 +133,9 @@ void TestPreferences::newLocationValues()
 
     const QVariantList extensions = stored.value(keys::Extensions).toList();
     QCOMPARE(extensions.size(), 18);
-    const auto ext = [&](int i, const char* field) { return extensions.at(i).toMap().value(QString::fromLatin1(field)); };
+    const auto ext = [&](int i, const char* field) {
+        return extensions.at(i).toMap().value(QString::fromLatin1(field));
+    };
     QCOMPARE(ext(17, "Intern").toString(), QStringLiteral("615"));
     QCOMPARE(f.store.value(keys::CurrentLocation).toString(), uid);
     QCOMPARE(f.profiles.smartLists, QList<int>{1});
@@ -335,7 +337,8 @@ void TestPreferences::passwordsStayOutOfTheSettingsFile()
     prefs->FTPPassWord.clear();
     QVERIFY(prefs->storePasswords());
     QCOMPARE(f.secrets.size(), 2);
-    QVERIFY(!f.secrets.read(SecretStore::keychainServiceForKey(keys::FTPPass, uid), SecretStore::keychainAccountForKey(keys::FTPPass)));
+    QVERIFY(!f.secrets.read(SecretStore::keychainServiceForKey(keys::FTPPass, uid),
+                            SecretStore::keychainAccountForKey(keys::FTPPass)));
     // The stand-in of an unconfigured program has nowhere to put them.
     auto dummy = TNPreferences::initWithDummy(f.store, f.secrets);
     dummy->passWord = QStringLiteral("x");
@@ -345,9 +348,12 @@ void TestPreferences::passwordsStayOutOfTheSettingsFile()
     // The file store keeps them owner-only.
     QTemporaryDir dir;
     FileSecretStore store(dir.filePath(QStringLiteral("secrets.json")));
-    QVERIFY(store.write(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass"), QStringLiteral("p")));
-    QCOMPARE(QFile::permissions(dir.filePath(QStringLiteral("secrets.json"))) & 0x0077, QFileDevice::Permissions());
-    QCOMPARE(*store.read(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass")), QStringLiteral("p"));
+    QVERIFY(store.write(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass"),
+                        QStringLiteral("p")));
+    QCOMPARE(QFile::permissions(dir.filePath(QStringLiteral("secrets.json"))) & 0x0077,
+             QFileDevice::Permissions());
+    QCOMPARE(*store.read(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass")),
+             QStringLiteral("p"));
     QVERIFY(store.remove(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass")));
     QVERIFY(!store.read(QStringLiteral("Tondrel.Profile.X"), QStringLiteral("Fritz!Box Pass")));
 }
@@ -375,8 +381,10 @@ void TestPreferences::savingSeveralKeys_data()
     QTest::addColumn<bool>("knownLocation");
     QTest::addColumn<QVariantMap>("values");
     QTest::newRow("two keys") << true
-                              << QVariantMap{{keys::Host, QStringLiteral("box.example")}, {keys::WebPort, 8080}};
-    QTest::newRow("a key the location did not have") << true << QVariantMap{{keys::FaxID, QStringLiteral("+49 30 1")}};
+                              << QVariantMap{{keys::Host, QStringLiteral("box.example")},
+                                             {keys::WebPort, 8080}};
+    QTest::newRow("a key the location did not have")
+        << true << QVariantMap{{keys::FaxID, QStringLiteral("+49 30 1")}};
     QTest::newRow("nothing") << true << QVariantMap();
     QTest::newRow("unknown location") << false << QVariantMap{{keys::Host, QStringLiteral("box.example")}};
 }

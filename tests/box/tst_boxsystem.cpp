@@ -15,7 +15,8 @@ private slots:
         QTest::addColumn<int>("wlan");
         QTest::addColumn<int>("dect");
         const auto v = [](const char* a, const char* b, const char* c) {
-            return QStringList{QString::fromUtf8(a), QString::fromUtf8(b), QString::fromUtf8(c), QStringLiteral("ssid"), QString()};
+            return QStringList{QString::fromUtf8(a), QString::fromUtf8(b), QString::fromUtf8(c),
+                               QStringLiteral("ssid"), QString()};
         };
         QTest::newRow("first on, second off, DECT on") << v("1", "0", "1") << 80 << 16;
         QTest::newRow("both on, DECT off") << v("1", "1", "0") << 144 << 8;
@@ -56,7 +57,8 @@ private slots:
     {
         QTest::addColumn<QString>("page");
         QTest::addColumn<QString>("language");
-        QTest::newRow("menu path names English") << QStringLiteral("<link href=\"/html/en/menus/menu2.css\">") << QStringLiteral("en");
+        QTest::newRow("menu path names English")
+            << QStringLiteral("<link href=\"/html/en/menus/menu2.css\">") << QStringLiteral("en");
         QTest::newRow("no menu path") << QStringLiteral("<html>FRITZ!Box</html>") << QStringLiteral("de");
         QTest::newRow("unreachable") << QStringLiteral("-2") << QStringLiteral("de");
     }
@@ -69,13 +71,16 @@ private slots:
 
     void definitions()
     {
-        const QVariantMap old = parseConfigDef(QStringLiteral("<? setvariable var:ProduktName 'FRITZ!Box Fon WLAN 7170' ?>\n"
-                                                              "<? setvariable var:FirmwareVersion '29.04.87' ?>\n<? if eq 1 1 ?>\n"));
-        QCOMPARE(old.value(QStringLiteral("ProduktName")).toString(), QStringLiteral("FRITZ!Box Fon WLAN 7170"));
+        const QVariantMap old = parseConfigDef(
+            QStringLiteral("<? setvariable var:ProduktName 'FRITZ!Box Fon WLAN 7170' ?>\n"
+                           "<? setvariable var:FirmwareVersion '29.04.87' ?>\n<? if eq 1 1 ?>\n"));
+        QCOMPARE(old.value(QStringLiteral("ProduktName")).toString(),
+                 QStringLiteral("FRITZ!Box Fon WLAN 7170"));
         QCOMPARE(old.value(QStringLiteral("FirmwareVersion")).toString(), QStringLiteral("29.04.87"));
         QCOMPARE(old.size(), 2);
-        const QVariantMap info = parseBoxInfo(QStringLiteral(
-            "<j:BoxInfo xmlns:j=\"http://jason.avm.de/updatecheck/\"><j:Name>FRITZ!Box 7590</j:Name><j:Version>154.07.57</j:Version><j:Lab/></j:BoxInfo>"));
+        const QVariantMap info = parseBoxInfo(
+            QStringLiteral("<j:BoxInfo xmlns:j=\"http://jason.avm.de/updatecheck/\"><j:Name>FRITZ!Box "
+                           "7590</j:Name><j:Version>154.07.57</j:Version><j:Lab/></j:BoxInfo>"));
         QCOMPARE(info.value(QStringLiteral("Name")).toString(), QStringLiteral("FRITZ!Box 7590"));
         QCOMPARE(info.value(QStringLiteral("Version")).toString(), QStringLiteral("154.07.57"));
         QVERIFY(parseConfigDef(QStringLiteral("<html>404</html>")).isEmpty());
@@ -100,7 +105,8 @@ private slots:
         const QVariant list = QJsonDocument::fromJson(R"({"users":[
             {"name":"admin","is_myself":"0","box_admin_rights":"5","dial_rights":"5","phone_rights":"5","nas_rights":"5"},
             {"name":"anna","is_myself":"1","box_admin_rights":"0","dial_rights":"5","phone_rights":"3","nas_rights":"0"}],
-            "compatibility_mode":"0"})").toVariant();
+            "compatibility_mode":"0"})")
+                                  .toVariant();
         QCOMPARE(rightsForUserInList(user, list), rights);
     }
 };

@@ -107,7 +107,10 @@ private:
     MemorySecretStore m_secrets;
 
 private slots:
-    void initTestCase() { m_store = std::make_unique<SettingsStore>(m_dir.filePath(QStringLiteral("settings.json"))); }
+    void initTestCase()
+    {
+        m_store = std::make_unique<SettingsStore>(m_dir.filePath(QStringLiteral("settings.json")));
+    }
 
     void answers_data()
     {
@@ -118,19 +121,25 @@ private slots:
         // maxMs is far below holdMs: it tells a transfer that ended by itself from one that
         // waited for the server to hang up, with room for a busy machine.
         QTest::addColumn<int>("maxMs");
-        QTest::newRow("plain answer") << QList<Step>{{0, "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhello"}} << 0 << QString()
-                                      << QStringLiteral("hello") << 900;
+        QTest::newRow("plain answer") << QList<Step>{{0, "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhello"}}
+                                      << 0 << QString() << QStringLiteral("hello") << 900;
         QTest::newRow("empty answer is the empty text")
-            << QList<Step>{{0, "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n"}} << 0 << QString() << QString() << 5000;
-        QTest::newRow("nothing before the time-out is a failure") << QList<Step>{} << 10000 << QString() << QStringLiteral("-2") << 6000;
+            << QList<Step>{{0, "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n"}} << 0 << QString() << QString()
+            << 5000;
+        QTest::newRow("nothing before the time-out is a failure")
+            << QList<Step>{} << 10000 << QString() << QStringLiteral("-2") << 6000;
         QTest::newRow("an answer that has begun is waited for")
-            << QList<Step>{{0, kOpen + "first;"}, {1600, "second"}} << 0 << QString() << QStringLiteral("first;second") << 6000;
+            << QList<Step>{{0, kOpen + "first;"}, {1600, "second"}} << 0 << QString()
+            << QStringLiteral("first;second") << 6000;
         QTest::newRow("marker ends the transfer early")
-            << QList<Step>{{0, kOpen + "1;2;END;"}} << 10000 << QStringLiteral("END") << QStringLiteral("1;2;END;") << 6000;
+            << QList<Step>{{0, kOpen + "1;2;END;"}} << 10000 << QStringLiteral("END")
+            << QStringLiteral("1;2;END;") << 6000;
         QTest::newRow("marker arriving in a later piece")
-            << QList<Step>{{0, kOpen + "1;E"}, {200, "ND;rest"}} << 10000 << QStringLiteral("END") << QStringLiteral("1;END;rest") << 6000;
+            << QList<Step>{{0, kOpen + "1;E"}, {200, "ND;rest"}} << 10000 << QStringLiteral("END")
+            << QStringLiteral("1;END;rest") << 6000;
         QTest::newRow("two semicolons never stop early")
-            << QList<Step>{{0, kOpen + "a;;b"}, {300, ";;c"}} << 0 << QStringLiteral(";;") << QStringLiteral("a;;b;;c") << 5000;
+            << QList<Step>{{0, kOpen + "a;;b"}, {300, ";;c"}} << 0 << QStringLiteral(";;")
+            << QStringLiteral("a;;b;;c") << 5000;
     }
     void answers()
     {

@@ -20,8 +20,8 @@ private slots:
         QTest::newRow("PBKDF2 salt in lower case reads the same")
             << QStringLiteral("2$10000$5a1711$2000$5A1722") << QStringLiteral("1example!")
             << QStringLiteral("5A1722$1798a1672bca7c6463d6b245f82b53703b0f50813401b03e4045a5861e689adb");
-        QTest::newRow("odd-length salt is refused") << QStringLiteral("2$10000$5A171$2000$5A172")
-                                                    << QStringLiteral("1example!") << QString();
+        QTest::newRow("odd-length salt is refused")
+            << QStringLiteral("2$10000$5A171$2000$5A172") << QStringLiteral("1example!") << QString();
         QTest::newRow("PBKDF2 challenge with a missing part is refused")
             << QStringLiteral("2$10000$5A1711$2000") << QStringLiteral("x") << QString();
         QTest::newRow("PBKDF2 challenge with a text iteration count is refused")
@@ -40,8 +40,10 @@ private slots:
         QTest::addColumn<QString>("password");
         QTest::addColumn<QString>("sameAs");
         QTest::newRow("euro sign") << QStringLiteral("a€b") << QStringLiteral("a.b");
-        QTest::newRow("emoji (two UTF-16 units, each replaced)") << QStringLiteral("x\U0001F600") << QStringLiteral("x..");
-        QTest::newRow("y with diaeresis is the last kept character") << QStringLiteral("ÿ") << QStringLiteral("ÿ");
+        QTest::newRow("emoji (two UTF-16 units, each replaced)")
+            << QStringLiteral("x\U0001F600") << QStringLiteral("x..");
+        QTest::newRow("y with diaeresis is the last kept character")
+            << QStringLiteral("ÿ") << QStringLiteral("ÿ");
     }
     void charactersAboveLatin1HashAsFullStop()
     {
@@ -50,7 +52,8 @@ private slots:
         QCOMPARE(FBLoginHash::md5ResponseFromString(QStringLiteral("c-") + password),
                  FBLoginHash::md5ResponseFromString(QStringLiteral("c-") + sameAs));
         if (password != sameAs)
-            QVERIFY(FBLoginHash::md5ResponseFromString(password) != FBLoginHash::md5ResponseFromString(QStringLiteral("c-")));
+            QVERIFY(FBLoginHash::md5ResponseFromString(password) !=
+                    FBLoginHash::md5ResponseFromString(QStringLiteral("c-")));
     }
 };
 

@@ -19,14 +19,16 @@ private slots:
         file.close();
         const auto table = FBNetworkHelper::addressTable(file.fileName());
         QCOMPARE(table.size(), 2); // the incomplete entry is no neighbour
-        QCOMPARE(FBNetworkHelper::macForAddress(table, QStringLiteral("192.168.178.1")), QStringLiteral("3c:a6:2f:11:22:33"));
+        QCOMPARE(FBNetworkHelper::macForAddress(table, QStringLiteral("192.168.178.1")),
+                 QStringLiteral("3c:a6:2f:11:22:33"));
         QCOMPARE(FBNetworkHelper::macForAddress(table, QStringLiteral("192.168.178.20")), QString());
         QVERIFY(FBNetworkHelper::addressTable(QStringLiteral("/nonexistent/arp")).isEmpty());
     }
 
     void addressesAndPorts()
     {
-        QCOMPARE(FBNetworkHelper::getIPAddressForHostname(QStringLiteral("127.0.0.1")), QStringLiteral("127.0.0.1"));
+        QCOMPARE(FBNetworkHelper::getIPAddressForHostname(QStringLiteral("127.0.0.1")),
+                 QStringLiteral("127.0.0.1"));
         QCOMPARE(FBNetworkHelper::getIPAddressForHostname(QStringLiteral("::1")), QString());
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost, 0));

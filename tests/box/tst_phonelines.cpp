@@ -36,10 +36,12 @@ private slots:
         QTest::addColumn<QStringList>("interns");
         QTest::newRow("two named analogue ports and a handset")
             << extensionAnswer(QString(), QStringLiteral("610"))
-            << QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("50"), QStringLiteral("51"), QStringLiteral("610")};
+            << QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("50"),
+                           QStringLiteral("51"), QStringLiteral("610")};
         QTest::newRow("handset without internal number is skipped")
             << extensionAnswer(QStringLiteral("Flur"), QStringLiteral("er"))
-            << QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("50"), QStringLiteral("51")};
+            << QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
+                           QStringLiteral("50"), QStringLiteral("51")};
         QTest::newRow("answer too short") << QStringList{QStringLiteral("a")} << QStringList();
     }
     void extensions()
@@ -51,10 +53,13 @@ private slots:
 
     void extensionMergeKeepsShowAndDropsVanished()
     {
-        const QVariantList existing{QVariantMap{{QStringLiteral("Intern"), QStringLiteral("2")}, {QStringLiteral("Show"), false}},
-                                    QVariantMap{{QStringLiteral("Intern"), QStringLiteral("611")}, {QStringLiteral("Show"), true}}};
-        const QVariantList merged = mergeExtensions(existing, extensionsFromValues(extensionAnswer(QString(), QStringLiteral("610"))));
-        QCOMPARE(interns(merged), (QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("50"), QStringLiteral("51"), QStringLiteral("610")}));
+        const QVariantList existing{
+            QVariantMap{{QStringLiteral("Intern"), QStringLiteral("2")}, {QStringLiteral("Show"), false}},
+            QVariantMap{{QStringLiteral("Intern"), QStringLiteral("611")}, {QStringLiteral("Show"), true}}};
+        const QVariantList merged = mergeExtensions(
+            existing, extensionsFromValues(extensionAnswer(QString(), QStringLiteral("610"))));
+        QCOMPARE(interns(merged), (QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("50"),
+                                               QStringLiteral("51"), QStringLiteral("610")}));
         QCOMPARE(merged[1].toMap().value(QStringLiteral("Show")).toBool(), false);
         QCOMPARE(merged[0].toMap().value(QStringLiteral("Show")).toBool(), true);
     }
@@ -71,10 +76,12 @@ private slots:
         QCOMPARE(fresh.size(), 4);
         QCOMPARE(fresh[3].toMap().value(QStringLiteral("Title")).toString(), QStringLiteral("SIP2"));
 
-        const QVariantList existing{
-            QVariantMap{{QStringLiteral("Line"), QStringLiteral("old")}, {QStringLiteral("Title"), QStringLiteral("Old")}},
-            QVariantMap{{QStringLiteral("Line"), QStringLiteral("5559876")}, {QStringLiteral("Title"), QStringLiteral("Mine")},
-                        {QStringLiteral("HideList"), true}, {QStringLiteral("HideMonitor"), false}}};
+        const QVariantList existing{QVariantMap{{QStringLiteral("Line"), QStringLiteral("old")},
+                                                {QStringLiteral("Title"), QStringLiteral("Old")}},
+                                    QVariantMap{{QStringLiteral("Line"), QStringLiteral("5559876")},
+                                                {QStringLiteral("Title"), QStringLiteral("Mine")},
+                                                {QStringLiteral("HideList"), true},
+                                                {QStringLiteral("HideMonitor"), false}}};
         const QVariantList merged = mergeLines(existing, fresh);
         QCOMPARE(merged.size(), 5);
         QCOMPARE(merged[0].toMap().value(QStringLiteral("Line")).toString(), QStringLiteral("old"));
@@ -87,7 +94,8 @@ private slots:
 
     void faxLineTitleComesFromTheRouter()
     {
-        const QVariantList existing{QVariantMap{{QStringLiteral("Line"), QStringLiteral("5551235")}, {QStringLiteral("Title"), QStringLiteral("Mein Fax")}}};
+        const QVariantList existing{QVariantMap{{QStringLiteral("Line"), QStringLiteral("5551235")},
+                                                {QStringLiteral("Title"), QStringLiteral("Mein Fax")}}};
         QStringList values(10, QString());
         values[0] = QStringLiteral("5551235");
         values[1] = QStringLiteral("5551236");

@@ -10,10 +10,13 @@ class TestQueryHelper : public QObject
 private slots:
     void olderFirmwareNamesEachVariableTwice()
     {
-        const auto chunks = queryChunks({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, false);
+        const auto chunks =
+            queryChunks({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, false);
         QCOMPARE(chunks.size(), 1);
-        QCOMPARE(chunks[0].query, QStringLiteral("&var:n[0]=a&var:n0=a&var:n[1]=b&var:n1=b&var:n[2]=c&var:n2=c&var:cnt=3"));
-        QCOMPARE(queryChunks({QStringLiteral("x:y/z")}, true)[0].query, QStringLiteral("&x:y/z=x:y/z&var:cnt=1"));
+        QCOMPARE(chunks[0].query,
+                 QStringLiteral("&var:n[0]=a&var:n0=a&var:n[1]=b&var:n1=b&var:n[2]=c&var:n2=c&var:cnt=3"));
+        QCOMPARE(queryChunks({QStringLiteral("x:y/z")}, true)[0].query,
+                 QStringLiteral("&x:y/z=x:y/z&var:cnt=1"));
     }
 
     void longListsGoOutInChunksWithTheirOwnNames()
@@ -39,24 +42,32 @@ private slots:
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("three lines and the trailing line feed")
-            << false << QStringLiteral("1\n0\nSSID\n") << QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("SSID"), QString()};
+            << false << QStringLiteral("1\n0\nSSID\n")
+            << QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("SSID"), QString()};
         QTest::newRow("four lines for three names are tolerated")
-            << false << QStringLiteral("1\n0\nx\n\n") << QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("x"), QString(), QString()};
-        QTest::newRow("six lines for three names are not") << false << QStringLiteral("1\n2\n3\n4\n5\n6") << QStringList();
-        QTest::newRow("two lines for three names are not") << false << QStringLiteral("1\n2") << QStringList();
+            << false << QStringLiteral("1\n0\nx\n\n")
+            << QStringList{QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("x"), QString(),
+                           QString()};
+        QTest::newRow("six lines for three names are not")
+            << false << QStringLiteral("1\n2\n3\n4\n5\n6") << QStringList();
+        QTest::newRow("two lines for three names are not")
+            << false << QStringLiteral("1\n2") << QStringList();
         QTest::newRow("transport failure") << false << QStringLiteral("-2") << QStringList();
         QTest::newRow("JSON in the order of the names")
             << true << QStringLiteral(R"({"c":"3","a":"1","b":"er"})")
             << QStringList{QStringLiteral("1"), QStringLiteral("er"), QStringLiteral("3")};
-        QTest::newRow("JSON lacking one key is invalid") << true << QStringLiteral(R"({"a":"1","c":"3"})") << QStringList();
-        QTest::newRow("login page instead of JSON") << true << QStringLiteral("<html><input type=\"password\"></html>") << QStringList();
+        QTest::newRow("JSON lacking one key is invalid")
+            << true << QStringLiteral(R"({"a":"1","c":"3"})") << QStringList();
+        QTest::newRow("login page instead of JSON")
+            << true << QStringLiteral("<html><input type=\"password\"></html>") << QStringList();
     }
     void answerSplitting()
     {
         QFETCH(bool, lua);
         QFETCH(QString, answer);
         QFETCH(QStringList, expected);
-        QCOMPARE(componentsArrayForResultString(answer, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, lua),
+        QCOMPARE(componentsArrayForResultString(
+                     answer, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, lua),
                  expected);
     }
 
@@ -81,8 +92,10 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("encoded");
-        QTest::newRow("form delimiters") << QStringLiteral("a?b=c&d+e") << QStringLiteral("a%3Fb%3Dc%26d%2Be");
-        QTest::newRow("Latin-1 letters in one byte") << QStringLiteral("Passwört") << QStringLiteral("Passw%F6rt");
+        QTest::newRow("form delimiters")
+            << QStringLiteral("a?b=c&d+e") << QStringLiteral("a%3Fb%3Dc%26d%2Be");
+        QTest::newRow("Latin-1 letters in one byte")
+            << QStringLiteral("Passwört") << QStringLiteral("Passw%F6rt");
         QTest::newRow("blank and percent") << QStringLiteral("50 %") << QStringLiteral("50%20%25");
     }
     void formValuesAreEscaped()

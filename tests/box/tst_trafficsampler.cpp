@@ -23,19 +23,21 @@ void TestTrafficSampler::records_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QVariant>("expected");
 
-    const QStringList full{QStringLiteral("10,20,30"), QStringLiteral("1,2"), QStringLiteral("4,5"),
-                           QStringLiteral("6"), QStringLiteral("7,8,9"), QStringLiteral("100000"),
-                           QStringLiteral("40000"), QStringLiteral("500,600"), QStringLiteral("0,0")};
+    const QStringList full{QStringLiteral("10,20,30"), QStringLiteral("1,2"),     QStringLiteral("4,5"),
+                           QStringLiteral("6"),        QStringLiteral("7,8,9"),   QStringLiteral("100000"),
+                           QStringLiteral("40000"),    QStringLiteral("500,600"), QStringLiteral("0,0")};
     QTest::newRow("real-time queues summed element-wise")
         << full << QStringLiteral("us_realtime")
         << QVariant(QStringList{QStringLiteral("11"), QStringLiteral("22"), QStringLiteral("30")});
-    QTest::newRow("downstream history") << full << QStringLiteral("ds_internet")
-                                        << QVariant(QStringList{QStringLiteral("500"), QStringLiteral("600")});
-    QTest::newRow("upstream maximum as read") << full << QStringLiteral("max_us") << QVariant(QStringLiteral("40000"));
-    QTest::newRow("no answer draws zero") << QStringList{} << QStringLiteral("us_low")
-                                          << QVariant(QStringList{QStringLiteral("0")});
-    QTest::newRow("no answer, zero maximum") << QStringList{} << QStringLiteral("max_ds")
-                                             << QVariant(QStringLiteral("0"));
+    QTest::newRow("downstream history")
+        << full << QStringLiteral("ds_internet")
+        << QVariant(QStringList{QStringLiteral("500"), QStringLiteral("600")});
+    QTest::newRow("upstream maximum as read")
+        << full << QStringLiteral("max_us") << QVariant(QStringLiteral("40000"));
+    QTest::newRow("no answer draws zero")
+        << QStringList{} << QStringLiteral("us_low") << QVariant(QStringList{QStringLiteral("0")});
+    QTest::newRow("no answer, zero maximum")
+        << QStringList{} << QStringLiteral("max_ds") << QVariant(QStringLiteral("0"));
 }
 
 void TestTrafficSampler::records()

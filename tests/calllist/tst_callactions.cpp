@@ -59,8 +59,8 @@ void TestCallActions::deleteSelection()
     if (withForeign)
         ids.append(foreign);
 
-    ContactsServices contacts(f.dir.filePath(u"data"_s), f.dir.filePath(u"scripts"_s), f.store, nullptr, f.clock,
-                              NotificationCenter::defaultCenter());
+    ContactsServices contacts(f.dir.filePath(u"data"_s), f.dir.filePath(u"scripts"_s), f.store, nullptr,
+                              f.clock, NotificationCenter::defaultCenter());
     CallListActions actions(*f.calls, contacts);
     const CallListActions::Deletion done = actions.deleteCalls(p, ids);
     QCOMPARE(done.deleted, deleted);
@@ -70,7 +70,8 @@ void TestCallActions::deleteSelection()
     // Refused: all stay; otherwise none of the chosen.
     for (const CallRow& row : left)
         QVERIFY(withForeign || !ids.contains(row.rowid));
-    QCOMPARE(f.calls->getCallerlistForProfile(other, 0, QString(), QString(), QString(), QString(), 0).size(), 1);
+    QCOMPARE(f.calls->getCallerlistForProfile(other, 0, QString(), QString(), QString(), QString(), 0).size(),
+             1);
 }
 
 void TestCallActions::deleteRefreshesCountersAndMenu()

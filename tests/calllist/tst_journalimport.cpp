@@ -64,7 +64,8 @@ public:
     }
 
     // A download whose router answers with the given text; *cancel gets the cancel string.
-    JournalImportResult download(CalllistFixture& f, int profile, const QString& text, QString* cancel = nullptr)
+    JournalImportResult download(CalllistFixture& f, int profile, const QString& text,
+                                 QString* cancel = nullptr)
     {
         JournalImporter importer(*f.calls, f.store, nullptr, &f.clock);
         importer.setDownloader([&](const QString& c) {
@@ -79,8 +80,8 @@ public:
     {
         QList<Stored> rows;
         for (const CallRow& r : f.calls->getCallerlistForProfile(profile, 0, {}, {}, u"date"_s, u"DESC"_s, 0))
-            rows.append({r.callstate, r.dateTime().toString(u"dd.MM.yyyy HH:mm"_s), r.phonenumber, r.extension,
-                         r.line, r.duration});
+            rows.append({r.callstate, r.dateTime().toString(u"dd.MM.yyyy HH:mm"_s), r.phonenumber,
+                         r.extension, r.line, r.duration});
         return rows;
     }
 
@@ -97,12 +98,15 @@ private slots:
         QTest::addColumn<QString>("name");
         const QString seven = u"1;14.03.26 09:05;Erika Muster;0301234;Küche;5550001;0:12"_s;
         const QString six = u"1;14.03.26 09:05;0301234;Küche;5550001;0:12"_s;
-        QTest::newRow("german 6") << u"Typ;Datum;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer"_s << six << QString();
+        QTest::newRow("german 6") << u"Typ;Datum;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer"_s << six
+                                  << QString();
         QTest::newRow("german 7") << u"Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer"_s << seven
                                   << u"Erika Muster"_s;
-        QTest::newRow("german 7 blanks") << u"Typ; Datum; Name; Rufnummer; Nebenstelle; Eigene Rufnummer; Dauer"_s
-                                         << seven << u"Erika Muster"_s;
-        QTest::newRow("english 6") << u"Type; Date; Number; Extension; Local Number; Duration"_s << six << QString();
+        QTest::newRow("german 7 blanks")
+            << u"Typ; Datum; Name; Rufnummer; Nebenstelle; Eigene Rufnummer; Dauer"_s << seven
+            << u"Erika Muster"_s;
+        QTest::newRow("english 6") << u"Type; Date; Number; Extension; Local Number; Duration"_s << six
+                                   << QString();
         QTest::newRow("mixed 7") << u"Typ;Date;Name;Number;Extension;Outgoing Caller ID;Duration"_s << seven
                                  << u"Erika Muster"_s;
         QTest::newRow("german 8 with area")
@@ -141,12 +145,12 @@ private slots:
         QTest::addColumn<int>("outgoing");
         QTest::addColumn<QString>("newest");
         QTest::addColumn<QString>("newestNumber");
-        QTest::newRow("fritzctl export") << u"fritzctl_calls.csv"_s << 3 << 0 << u"25.04.2013 15:15"_s
-                                         << u"000000000000"_s;
+        QTest::newRow("fritzctl export")
+            << u"fritzctl_calls.csv"_s << 3 << 0 << u"25.04.2013 15:15"_s << u"000000000000"_s;
         QTest::newRow("empty journal") << u"fritzctl_calls_none.csv"_s << 0 << 0 << QString() << QString();
         // Type 3 is outgoing here: this journal has no type 4.
-        QTest::newRow("firmware 74.04.86") << u"libfritzpp_fw74.04.86_foncalls.csv"_s << 14 << 5
-                                           << u"19.12.2010 14:23"_s << u"030**799"_s;
+        QTest::newRow("firmware 74.04.86")
+            << u"libfritzpp_fw74.04.86_foncalls.csv"_s << 14 << 5 << u"19.12.2010 14:23"_s << u"030**799"_s;
     }
     void realJournals()
     {
@@ -192,8 +196,9 @@ private slots:
     void unreadableJournals_data()
     {
         QTest::addColumn<QByteArray>("text");
-        QTest::newRow("login page, old") << QByteArray("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">\n"
-                                                       "<html><body><input type=\"password\"></body></html>\n");
+        QTest::newRow("login page, old")
+            << QByteArray("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">\n"
+                          "<html><body><input type=\"password\"></body></html>\n");
         QTest::newRow("login page, current") << QByteArray("<!DOCTYPE html>\n<html><head></head></html>\n");
         QTest::newRow("one line") << QByteArray("1;14.03.26 09:05;;0301234;Küche;5550001;0:12");
         QTest::newRow("empty") << QByteArray();
@@ -236,7 +241,8 @@ private slots:
         QTest::addColumn<QString>("rows");
         QTest::addColumn<QList<int>>("states");
         QTest::newRow("type 4 journal: 3 is rejected")
-            << u"3;14.03.26 09:05;;0301;;1;0:00\n4;14.03.26 09:04;;0302;;1;0:01\n1;14.03.26 09:03;;0303;;1;0:02\n"
+            << u"3;14.03.26 09:05;;0301;;1;0:00\n4;14.03.26 09:04;;0302;;1;0:01\n1;14.03.26 "
+               u"09:03;;0303;;1;0:02\n"
                u"2;14.03.26 09:02;;0304;;1;0:00"_s
             << QList<int>{2, 3, 1, 2};
         QTest::newRow("journal without 4: 3 is outgoing")
@@ -248,8 +254,11 @@ private slots:
         QFETCH(QList<int>, states);
         CalllistFixture f;
         const int profile = addLocation(f);
-        const auto r = importFile(f, profile,
-                                  writeFile(f, (u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s + rows).toUtf8()));
+        const auto r = importFile(
+            f, profile,
+            writeFile(
+                f,
+                (u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s + rows).toUtf8()));
         QCOMPARE(r.result, int(states.size()));
         QList<int> got;
         for (const Stored& s : stored(f, profile))
@@ -263,10 +272,10 @@ private slots:
         CalllistFixture f;
         const int profile = addLocation(f);
         QString text = u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
-                       u"1;14.03.26 09:09;;1234567;;1;0:01\n"  // the sample row at the head: skipped
-                       u"1;14.03.26 09:08;;7654321;;1;0:01\n"  // local number: area code in front
-                       u"1;14.03.26 09:07;;0891234;;1;0:01\n"  // with trunk prefix: unchanged
-                       u"1;14.03.26 09:06;;;;1;0:01\n"         // withheld: stays empty
+                       u"1;14.03.26 09:09;;1234567;;1;0:01\n" // the sample row at the head: skipped
+                       u"1;14.03.26 09:08;;7654321;;1;0:01\n" // local number: area code in front
+                       u"1;14.03.26 09:07;;0891234;;1;0:01\n" // with trunk prefix: unchanged
+                       u"1;14.03.26 09:06;;;;1;0:01\n"        // withheld: stays empty
                        u"1;14.03.26 09:05;;0301;;1;0:01\n"
                        u"1;14.03.26 09:04;;1234567;;1;0:01\n"; // deeper down: a real call
         const auto r = importFile(f, profile, writeFile(f, text.toUtf8()));
@@ -297,18 +306,19 @@ private slots:
         QVERIFY(f.calls->insertCallerWithName(u"Cached Name"_s, u"0301"_s, u"c-1"_s, u"work"_s));
         StaticAddressBook book({person(u"ab-1:Max Mustermann:mobile=0170 111"_s)});
         const QString text = u"Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
-                             u"1;14.03.26 09:09;Box Name;0301;;1;0:01\n"  // cache wins
+                             u"1;14.03.26 09:09;Box Name;0301;;1;0:01\n"    // cache wins
                              u"1;14.03.26 09:08;Box Name;0170111;;1;0:01\n" // address book wins
                              u"1;14.03.26 09:07;;0170111;;1;0:01\n"
-                             u"1;14.03.26 09:06;Nur Box;0402;;1;0:01\n"   // router's name
-                             u"1;14.03.26 09:05;;0403;;1;0:01\n";         // nobody knows
+                             u"1;14.03.26 09:06;Nur Box;0402;;1;0:01\n" // router's name
+                             u"1;14.03.26 09:05;;0403;;1;0:01\n";       // nobody knows
         const auto r = importFile(f, profile, writeFile(f, text.toUtf8()), &book);
         QCOMPARE(r.result, 5);
         QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"0301"_s),
                  (QStringList{u"c-1"_s, u"Cached Name"_s, u"work"_s}));
         QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"0170111"_s),
                  (QStringList{u"ab-1"_s, u"Max Mustermann"_s, u"mobile"_s}));
-        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"0402"_s), (QStringList{u""_s, u"Nur Box"_s, u""_s}));
+        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"0402"_s),
+                 (QStringList{u""_s, u"Nur Box"_s, u""_s}));
         QVERIFY(f.calls->searchCallerNameForPhoneNumber(u"0403"_s).isEmpty());
     }
 
@@ -347,8 +357,8 @@ private slots:
     {
         CalllistFixture f;
         const int profile = addLocation(f);
-        f.call(profile, 1, at(2026, 1, 1));   // 73 days old
-        f.call(profile, 1, at(2026, 3, 1));   // 14 days old
+        f.call(profile, 1, at(2026, 1, 1)); // 73 days old
+        f.call(profile, 1, at(2026, 3, 1)); // 14 days old
         f.calls->updateMarkerDate(profile, TNCallinglist::MarkerVoicemail, at(2025, 1, 1));
         const QString journal = u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
                                 u"1;15.03.26 11:00;;0301;;1;0:01\n"_s;
@@ -357,7 +367,8 @@ private slots:
         importFile(f, profile, writeFile(f, journal.toUtf8()));
         QCOMPARE(stored(f, profile).size(), 3);
 
-        f.calls->deleteItemFromCallingListwithColumn(u"calldate"_s, at(2026, 3, 15, 11, 0).toSecsSinceEpoch());
+        f.calls->deleteItemFromCallingListwithColumn(u"calldate"_s,
+                                                     at(2026, 3, 15, 11, 0).toSecsSinceEpoch());
         QCOMPARE(download(f, profile, journal).result, 1);
         const auto rows = stored(f, profile);
         QCOMPARE(rows.size(), 2);
@@ -385,8 +396,8 @@ private slots:
         QObject ctx;
         for (const QString& name : {Notifications::RELOADABFAXLIST, Notifications::RELOADCALLINGLIST,
                                     Notifications::REFRESHLATESTCALLSMENU})
-            NotificationCenter::defaultCenter().addObserver(&ctx, name,
-                                                            [&posted, name](const Notification&) { posted << name; });
+            NotificationCenter::defaultCenter().addObserver(
+                &ctx, name, [&posted, name](const Notification&) { posted << name; });
         f.call(profile, 1, at(2026, 3, 14, 8, 0));
         f.calls->setLastDateForNewCallsForProfile(profile);
         const QString journal = u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
@@ -415,8 +426,9 @@ private slots:
         f.store.setValue(keys::IPhoneExportPath, folder);
         f.store.setValue(keys::IPhoneExportScript, script);
         QVERIFY(f.calls->insertCallerWithName(u"Erika \"E\" Muster"_s, u"0301"_s, {}, {}));
-        const QString journal = u"Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
-                                u"3;14.03.26 10:00;;0302;Büro;1;0:04\n1;14.03.26 09:00;;0301;Küche;1;0:01\n"_s;
+        const QString journal =
+            u"Typ;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s
+            u"3;14.03.26 10:00;;0302;Büro;1;0:04\n1;14.03.26 09:00;;0301;Küche;1;0:01\n"_s;
         QCOMPARE(importFile(f, profile, writeFile(f, journal.toUtf8())).result, 2);
         QFile js(folder + u"/data.js"_s);
         QVERIFY(js.open(QIODevice::ReadOnly));
@@ -426,9 +438,11 @@ private slots:
                            u"extension:\"Küche\", line:\"1\", duration:\"0:01\", state:\"1\"}"_s;
         const QString out = u"{ date:\"14.03.2026 10:00\", name:\"\", number:\"0302\", extension:\"Büro\", "
                             u"line:\"1\", duration:\"0:04\", state:\"3\"}"_s;
-        QCOMPARE(lines[2], u"calldata[0] = new Object();calldata[0] = [%1];calldata[1] = new Object();calldata[1] = [%2];"
-                           u"calldata[2] = new Object();calldata[2] = [];calldata[3] = new Object();calldata[3] = [%2, %1];"_s
-                               .arg(in, out));
+        QCOMPARE(
+            lines[2],
+            u"calldata[0] = new Object();calldata[0] = [%1];calldata[1] = new Object();calldata[1] = [%2];"
+            u"calldata[2] = new Object();calldata[2] = [];calldata[3] = new Object();calldata[3] = [%2, %1];"_s
+                .arg(in, out));
         QTRY_VERIFY(QFile::exists(f.dir.filePath(u"ran"_s)));
     }
 

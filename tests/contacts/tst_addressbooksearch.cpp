@@ -195,8 +195,8 @@ void TestAddressBookSearch::bookAnswerIsCachedOnceAndWins()
     QCOMPARE(methods::searchNameForPhonenumber(QStringLiteral("0171555 (Meier)"), &cache, nullptr,
                                                Prefixis(berlin), nameFormat, &source),
              first);
-    QCOMPARE(methods::searchNameForPhonenumber(QStringLiteral("0302"), &cache, &ab, Prefixis(berlin), nameFormat,
-                                               &source),
+    QCOMPARE(methods::searchNameForPhonenumber(QStringLiteral("0302"), &cache, &ab, Prefixis(berlin),
+                                               nameFormat, &source),
              (QStringList{u""_s, u""_s, u""_s}));
     QCOMPARE(source, methods::CallerSource::None);
     QCOMPARE(cache.rows.size(), 1);

@@ -137,7 +137,8 @@ void TestBoxPhonebook::singleContact_data()
         << u"<contact><category>0</category><person><realName>Cy</realName></person><telephony nid=\"2\">"
            "<number type=\"mobile\" id=\"0\" prio=\"0\">0170</number></telephony></contact>"_s;
 
-    const BoxContactEntry hostile = contact(u"Tom & Jerry <3>"_s, u"030<1>"_s, {}, {}, On::Home, u"\"1\""_s, u"A&B"_s);
+    const BoxContactEntry hostile =
+        contact(u"Tom & Jerry <3>"_s, u"030<1>"_s, {}, {}, On::Home, u"\"1\""_s, u"A&B"_s);
     QTest::newRow("markup in typed texts is escaped")
         << hostile
         << u"<contact><category>0</category><person><realName>Tom &amp; Jerry &lt;3&gt;</realName></person>"
@@ -198,7 +199,8 @@ void TestBoxPhonebook::groupExport()
     QFETCH(QVariantMap, format);
     QFETCH(QStringList, expected);
     StaticAddressBook book(people);
-    QCOMPARE(summary(adressbooksearch::peoplesForGroupWithFormat(u"Family"_s, format, &book, berlin)), expected);
+    QCOMPARE(summary(adressbooksearch::peoplesForGroupWithFormat(u"Family"_s, format, &book, berlin)),
+             expected);
 }
 
 void TestBoxPhonebook::insertIntoEveryBook()
@@ -234,12 +236,14 @@ void TestBoxPhonebook::readEncodings_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("name");
-    const QByteArray body = "<phonebooks><phonebook><contact><person><realName>M\xfcller &amp; S\xf6hne</realName>"
-                            "</person></contact></phonebook></phonebooks>";
-    QTest::newRow("router's Latin-1") << "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?>\n" + body
-                                      << u"Müller & Söhne"_s;
+    const QByteArray body =
+        "<phonebooks><phonebook><contact><person><realName>M\xfcller &amp; S\xf6hne</realName>"
+        "</person></contact></phonebook></phonebooks>";
+    QTest::newRow("router's Latin-1")
+        << "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?>\n" + body << u"Müller & Söhne"_s;
     QTest::newRow("UTF-8 of newer firmware")
-        << "<?xml version=\"1.0\" encoding=\"utf-8\"?>" + QString::fromLatin1(body).toUtf8() << u"Müller & Söhne"_s;
+        << "<?xml version=\"1.0\" encoding=\"utf-8\"?>" + QString::fromLatin1(body).toUtf8()
+        << u"Müller & Söhne"_s;
     QTest::newRow("no declaration") << body << u"Müller & Söhne"_s;
 }
 
@@ -262,7 +266,8 @@ void TestBoxPhonebook::rejectUnusableDownloads_data()
     QTest::newRow("login page instead of the book")
         << u"<html><head><title>FRITZ!Box</title></head><body>Anmeldung</body></html>"_s;
     QTest::newRow("cut off in the middle")
-        << u"<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><phonebooks><phonebook name=\"Telefonbuch\"><contact>"
+        << u"<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><phonebooks><phonebook "
+           u"name=\"Telefonbuch\"><contact>"
            "<person><realName>A"_s;
     QTest::newRow("no book inside") << u"<phonebooks></phonebooks>"_s;
     QTest::newRow("garbage after the book") << u"<phonebooks><phonebook/></phonebooks><oops"_s;
@@ -272,11 +277,14 @@ void TestBoxPhonebook::rejectUnusableDownloads()
 {
     QFETCH(QString, answer);
     QList<QByteArray> sent;
-    FBPhonebookExchange exchange([] { return BoxPhonebookForm::Auth{u"abc"_s, {}}; },
-                                 [&](const QByteArray& body) {
-                                     sent << body;
-                                     return sent.size() == 1 ? answer : u"ok"_s;
-                                 });
+    FBPhonebookExchange exchange(
+        [] {
+            return BoxPhonebookForm::Auth{u"abc"_s, {}};
+        },
+        [&](const QByteArray& body) {
+            sent << body;
+            return sent.size() == 1 ? answer : u"ok"_s;
+        });
     QVERIFY(!exchange.exportContactToBox(contact(u"New One"_s, u"0301"_s)));
     QCOMPARE(sent.size(), 1); // the download only: the router's book is never replaced
     QVERIFY(sent[0].contains("name=\"PhonebookExport\""));
@@ -291,7 +299,8 @@ void TestBoxPhonebook::formBodies_data()
                              << QByteArray("Content-Disposition: form-data; name=\"sid\"\n\n9f1c\n");
     QTest::newRow("no session: password URL-encoded")
         << BoxPhonebookForm::Auth{u"-1"_s, u"p&ss wörd"_s}
-        << QByteArray("Content-Disposition: form-data; name=\"login:command/password\"\n\np%26ss%20w%C3%B6rd\n");
+        << QByteArray(
+               "Content-Disposition: form-data; name=\"login:command/password\"\n\np%26ss%20w%C3%B6rd\n");
 }
 
 void TestBoxPhonebook::formBodies()
@@ -300,27 +309,32 @@ void TestBoxPhonebook::formBodies()
     QFETCH(QByteArray, authPart);
     const QByteArray b = BoxPhonebookForm::kBoundary;
     QCOMPARE(BoxPhonebookForm::exportBody(auth),
-             "--" + b + "\n" + authPart + "--" + b
-                 + "\nContent-Disposition: form-data; name=\"PhonebookId\"\n\n0\n--" + b
-                 + "\nContent-Disposition: form-data; name=\"PhonebookExportName\"\n\nTelefonbuch\n--" + b
-                 + "\nContent-Disposition: form-data; name=\"PhonebookExport\"\n\n1\n\n--" + b + "--\n");
-    QCOMPARE(BoxPhonebookForm::importBody(auth, u"<phonebooks>Ä</phonebooks>"_s),
-             "--" + b + "\n" + authPart + "--" + b
-                 + "\nContent-Disposition: form-data; name=\"PhonebookId\"\n\n0\n--" + b
-                 + "\nContent-Disposition: form-data; name=\"PhonebookImportFile\"; filename=\"Phonebook.xml\"\n"
-                   "Content-Type: text/xml\n\n<?xml version=\"1.0\" encoding=\"UTF-8\"?><phonebooks>\xc3\x84</phonebooks>"
-                   "\n\n--"
-                 + b + "--\n");
+             "--" + b + "\n" + authPart + "--" + b +
+                 "\nContent-Disposition: form-data; name=\"PhonebookId\"\n\n0\n--" + b +
+                 "\nContent-Disposition: form-data; name=\"PhonebookExportName\"\n\nTelefonbuch\n--" + b +
+                 "\nContent-Disposition: form-data; name=\"PhonebookExport\"\n\n1\n\n--" + b + "--\n");
+    QCOMPARE(
+        BoxPhonebookForm::importBody(auth, u"<phonebooks>Ä</phonebooks>"_s),
+        "--" + b + "\n" + authPart + "--" + b +
+            "\nContent-Disposition: form-data; name=\"PhonebookId\"\n\n0\n--" + b +
+            "\nContent-Disposition: form-data; name=\"PhonebookImportFile\"; filename=\"Phonebook.xml\"\n"
+            "Content-Type: text/xml\n\n<?xml version=\"1.0\" "
+            "encoding=\"UTF-8\"?><phonebooks>\xc3\x84</phonebooks>"
+            "\n\n--" +
+            b + "--\n");
 }
 
 void TestBoxPhonebook::addingOneContact()
 {
     QList<QByteArray> sent;
-    FBPhonebookExchange exchange([] { return BoxPhonebookForm::Auth{u"abc"_s, {}}; },
-                                 [&](const QByteArray& body) {
-                                     sent << body;
-                                     return sent.size() == 1 ? realExport() : u"<html>ok</html>"_s;
-                                 });
+    FBPhonebookExchange exchange(
+        [] {
+            return BoxPhonebookForm::Auth{u"abc"_s, {}};
+        },
+        [&](const QByteArray& body) {
+            sent << body;
+            return sent.size() == 1 ? realExport() : u"<html>ok</html>"_s;
+        });
     QVERIFY(exchange.exportContactToBox(contact(u"Zoë & Co"_s, {}, u"0170 1"_s)));
     QCOMPARE(sent.size(), 2);
     const QByteArray upload = sent[1];

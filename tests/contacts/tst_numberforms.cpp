@@ -1,7 +1,6 @@
-#include "contacts/CallerIdentification.h"
 #include "base/NumberForms.h"
 #include "base/StringAdditions.h"
-
+#include "contacts/CallerIdentification.h"
 
 #include <QtTest>
 
@@ -60,7 +59,8 @@ void TestNumberForms::forms_data()
     standard("empty list", {}, u"+49 30"_s, u"4930"_s);
 
     const auto text = [](const char* function, const char* name, const QString& in, const QString& out) {
-        QTest::addRow("%s: %s", function, name) << QString::fromLatin1(function) << QStringList() << in << out;
+        QTest::addRow("%s: %s", function, name)
+            << QString::fromLatin1(function) << QStringList() << in << out;
     };
     text("unified", "vanity number", u"Call 1-800-FLOWERS"_s, u"18003569377"_s);
     text("unified", "label before number", u"Mobil: +49 171"_s, u"+49171"_s);
@@ -99,7 +99,8 @@ void TestNumberForms::forms()
     QFETCH(QString, expected);
     const std::map<QString, std::function<QString()>> apply = {
         {u"clean"_s, [&] { return methods::cleanNumber(input, Prefixis(prefixis)); }},
-        {u"standardize"_s, [&] { return adressbooksearch::standardizePhoneNumber(input, Prefixis(prefixis)); }},
+        {u"standardize"_s,
+         [&] { return adressbooksearch::standardizePhoneNumber(input, Prefixis(prefixis)); }},
         {u"unified"_s, [&] { return SearchingAdditions::unifiedPhoneNumber(input); }},
         {u"command"_s, [&] { return methods::replaceCommandStringinNumber(input); }},
         {u"line"_s, [&] { return methods::matchExpressionInString(input); }},

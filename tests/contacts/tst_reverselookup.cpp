@@ -3,12 +3,12 @@
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "base/StringAdditions.h"
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
 #include "contacts/ReverseLookup.h"
 #include "contacts/ReverseSearchDefinitions.h"
-#include "base/StringAdditions.h"
 
 #include "DirectoryServer.h"
 #include "MemoryCallerCache.h"
@@ -281,7 +281,8 @@ void TestReverseLookup::customScript()
     installDefinitions(
         {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), ReverseLookup::scriptRunnerForFolder(scripts, 5000));
+    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(),
+                         ReverseLookup::scriptRunnerForFolder(scripts, 5000));
     const ReverseSearchResult result = lookup.reverseSearchMain(u"0301234 (alt)"_s, berlin);
     QCOMPARE(result.name, name);
     QCOMPARE(result.label, label);

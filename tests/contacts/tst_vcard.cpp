@@ -1,5 +1,5 @@
-#include "base/NotificationCenter.h"
 #include "base/Clock.h"
+#include "base/NotificationCenter.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
 #include "contacts/AddressBookSearch.h"

@@ -11,8 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QStringList names;
     for (const qsizetype offset : VoicemailIndex::recordOffsets(bytes.size())) {
         const VoicemailIndex::Record r = VoicemailIndex::readRecord(bytes, offset);
-        const VoicemailEntry e =
-            VoicemailEntries::entryForRecord(r, QStringLiteral("FRITZ/voicebox/"), QStringLiteral("meta0"), nullptr);
+        const VoicemailEntry e = VoicemailEntries::entryForRecord(r, QStringLiteral("FRITZ/voicebox/"),
+                                                                  QStringLiteral("meta0"), nullptr);
         if (names.size() < 2)
             names.append(e.RecFile);
     }

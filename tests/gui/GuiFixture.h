@@ -104,11 +104,17 @@ struct GuiEnv
     // The simulator has accepted the call monitor's connection (events before that are lost).
     static bool waitForMonitorClient(SimulatorProcess& sim)
     {
-        return QTest::qWaitFor([&sim] { return sim.control("GET", QStringLiteral("/_sim/monitor/clients")) == "{\"clients\":1}"; },
-                               10000);
+        return QTest::qWaitFor(
+            [&sim] {
+                return sim.control("GET", QStringLiteral("/_sim/monitor/clients")) == "{\"clients\":1}";
+            },
+            10000);
     }
 
-    static QString addressBook() { return QStringLiteral(TONDREL_TEST_DATA_DIR "/contacts/apple_export.vcf"); }
+    static QString addressBook()
+    {
+        return QStringLiteral(TONDREL_TEST_DATA_DIR "/contacts/apple_export.vcf");
+    }
 };
 
 // The tray, headless, on its own settings: on a plain location, or on the simulated router.
@@ -128,8 +134,9 @@ struct GuiTray
 
     // Location "L1" on the router with its password; the router's own commands, without the
     // status check at start unless asked.
-    bool startOnRouter(SimulatorProcess& sim, const QVariantMap& settings = {}, const QVariantMap& globals = {},
-                       const QString& password = QStringLiteral("secret"), bool checkStatus = false)
+    bool startOnRouter(SimulatorProcess& sim, const QVariantMap& settings = {},
+                       const QVariantMap& globals = {}, const QString& password = QStringLiteral("secret"),
+                       bool checkStatus = false)
     {
         QVariantMap home = GuiEnv::routerLocation(QStringLiteral("Home"), 1, sim);
         home.insert(settings);

@@ -1,13 +1,13 @@
 // The call list window of the tray on a real call database: day rows, lists, search, sort,
 // deletion, copying, memos, import and export, adding to the address book, looking up online,
 // and how the tray opens it.
-#include "GuiFixture.h"
 #include "../contacts/DirectoryServer.h"
+#include "GuiFixture.h"
 
 #include "DialWindow.h"
 #include "TrayApplication.h"
-#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
+#include "app/CallMonitorService.h"
 #include "calllist/AddContactDialog.h"
 #include "calllist/CallListGroups.h"
 #include "calllist/CallListModel.h"
@@ -68,9 +68,11 @@ struct ListRig
     }
     TNCallinglist& calls() { return *env.env->callinglist(); }
     int profile() { return env.env->manager().currentPreferences()->activeProfileInt; }
-    qint64 call(int state, const QDateTime& when, const QString& number, const QString& extension = u"Küche"_s)
+    qint64 call(int state, const QDateTime& when, const QString& number,
+                const QString& extension = u"Küche"_s)
     {
-        return calls().insertCall({profile(), state, when.toSecsSinceEpoch(), number, extension, u"5550001"_s, u"0:05"_s});
+        return calls().insertCall(
+            {profile(), state, when.toSecsSinceEpoch(), number, extension, u"5550001"_s, u"0:05"_s});
     }
     CallListWindow& window()
     {
@@ -99,7 +101,8 @@ void clickGroup(CallListWindow& w, int selector)
     for (int i = 0; i < g->topLevelItemCount(); ++i)
         if (g->selectorAt(i) == selector) {
             g->scrollToItem(g->topLevelItem(i));
-            QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, g->visualItemRect(g->topLevelItem(i)).center());
+            QTest::mouseClick(g->viewport(), Qt::LeftButton, {},
+                              g->visualItemRect(g->topLevelItem(i)).center());
             return;
         }
     QFAIL("no such list");
@@ -109,7 +112,8 @@ void clickRow(CallListWindow& w, int row, Qt::KeyboardModifiers modifiers = {})
 {
     QTableView* t = w.table();
     t->scrollTo(t->model()->index(row, CallListModel::Name));
-    QTest::mouseClick(t->viewport(), Qt::LeftButton, modifiers, t->visualRect(t->model()->index(row, CallListModel::Name)).center());
+    QTest::mouseClick(t->viewport(), Qt::LeftButton, modifiers,
+                      t->visualRect(t->model()->index(row, CallListModel::Name)).center());
 }
 
 // The numbers of the calls shown, day rows left out.
@@ -168,7 +172,8 @@ void TestCallListWindow::dayRows_data()
     QTest::addColumn<QString>("firstPage");
     QTest::addColumn<QString>("all");
     QTest::newRow("a day with three calls")
-        << QList<int>{4, 4, 4} << 100 << u"[04.03.2026 3] 0302 0301 0300"_s << u"[04.03.2026 3] 0302 0301 0300"_s;
+        << QList<int>{4, 4, 4} << 100 << u"[04.03.2026 3] 0302 0301 0300"_s
+        << u"[04.03.2026 3] 0302 0301 0300"_s;
     // The view asks for more at the end: the day cut by the page grows, a new one follows.
     QTest::newRow("a page ends inside a day")
         << QList<int>{1, 2, 2, 2, 3} << 2 << u"[03.03.2026 1] 0304 [02.03.2026 1] 0303"_s
@@ -306,8 +311,10 @@ void TestCallListWindow::sortPersists_data()
     QTest::addColumn<QString>("identifier");
     QTest::addColumn<QString>("firstNumber");
     QTest::newRow("number ascending") << int(CallListModel::Number) << true << u"number"_s << u"0301"_s;
-    QTest::newRow("extension descending") << int(CallListModel::Extension) << false << u"extension"_s << u"0302"_s;
-    QTest::newRow("call state ascending") << int(CallListModel::State) << true << u"callstateimg"_s << u"0302"_s;
+    QTest::newRow("extension descending")
+        << int(CallListModel::Extension) << false << u"extension"_s << u"0302"_s;
+    QTest::newRow("call state ascending")
+        << int(CallListModel::State) << true << u"callstateimg"_s << u"0302"_s;
 }
 
 void TestCallListWindow::sortPersists()
@@ -328,7 +335,8 @@ void TestCallListWindow::sortPersists()
     {
         CallListWindow& w = rig.window();
         clickGroup(w, ListQuery::SelectorAll);
-        w.table()->horizontalHeader()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+        w.table()->horizontalHeader()->setSortIndicator(column,
+                                                        ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
         QCOMPARE(w.model()->index(1, 0).data(CallListModel::NumberRole).toString(), firstNumber);
     }
     QCOMPARE(rig.env.env->settings().value(keys::CallinglistSortOrdering).toList(),
@@ -339,7 +347,8 @@ void TestCallListWindow::sortPersists()
     rig.start();
     CallListWindow& again = rig.window();
     QCOMPARE(again.table()->horizontalHeader()->sortIndicatorSection(), column);
-    QCOMPARE(again.table()->horizontalHeader()->sortIndicatorOrder(), ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    QCOMPARE(again.table()->horizontalHeader()->sortIndicatorOrder(),
+             ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
     QCOMPARE(again.model()->index(1, 0).data(CallListModel::NumberRole).toString(), firstNumber);
 }
 
@@ -349,9 +358,12 @@ void TestCallListWindow::deleteCalls_data()
     QTest::addColumn<bool>("confirm");
     QTest::addColumn<QString>("left");
     QTest::addColumn<QString>("missedCounter");
-    QTest::newRow("confirmed: the missed call goes") << QStringList{u"0402"_s} << true << u"0401 0400"_s << u"1"_s;
-    QTest::newRow("declined: nothing changes") << QStringList{u"0402"_s} << false << u"0402 0401 0400"_s << u"2"_s;
-    QTest::newRow("two calls on two days") << QStringList{u"0402"_s, u"0400"_s} << true << u"0401"_s << u"0"_s;
+    QTest::newRow("confirmed: the missed call goes")
+        << QStringList{u"0402"_s} << true << u"0401 0400"_s << u"1"_s;
+    QTest::newRow("declined: nothing changes")
+        << QStringList{u"0402"_s} << false << u"0402 0401 0400"_s << u"2"_s;
+    QTest::newRow("two calls on two days")
+        << QStringList{u"0402"_s, u"0400"_s} << true << u"0401"_s << u"0"_s;
 }
 
 void TestCallListWindow::deleteCalls()
@@ -392,8 +404,9 @@ void TestCallListWindow::copyToClipboard_data()
     QTest::addColumn<bool>("details");
     QTest::addColumn<QString>("text");
     QTest::newRow("number") << QStringList{u"0409998877"_s} << false << u"0409998877"_s;
-    QTest::newRow("details of a named call") << QStringList{u"0409998877"_s} << true
-                                             << u"01.03.2026 09:30\nHanna Berg\n0409998877\nKüche\n5550001\n0:05"_s;
+    QTest::newRow("details of a named call")
+        << QStringList{u"0409998877"_s} << true
+        << u"01.03.2026 09:30\nHanna Berg\n0409998877\nKüche\n5550001\n0:05"_s;
     QTest::newRow("details of two calls, as listed")
         << QStringList{u"0409998877"_s, u"0301112233"_s} << true
         << u"02.03.2026 18:05\n\n0301112233\nFlur\n5550001\n0:05\n\n"
@@ -432,7 +445,8 @@ void TestCallListWindow::memoOfACall()
     clickGroup(w, ListQuery::SelectorAll);
     auto memoFor = [&](const QDateTime& date) {
         for (int r = 0; r < w.model()->rowCount(); ++r)
-            if (w.model()->index(r, 0).data(CallListModel::CallDateRole).toLongLong() == date.toSecsSinceEpoch())
+            if (w.model()->index(r, 0).data(CallListModel::CallDateRole).toLongLong() ==
+                date.toSecsSinceEpoch())
                 clickRow(w, r);
         w.memoAction()->trigger();
         return w.findChild<CallMemoDialog*>();
@@ -520,7 +534,8 @@ void TestCallListWindow::importAndExport()
     QVERIFY(exported.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(exported.readAll()).split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
-    QVERIFY2(lines[1].contains(u"0307654321"_s) && lines[2].contains(u"0409998877"_s), qPrintable(lines.join(u'|')));
+    QVERIFY2(lines[1].contains(u"0307654321"_s) && lines[2].contains(u"0409998877"_s),
+             qPrintable(lines.join(u'|')));
 
     // A saved web page is not a journal: nothing changes.
     const QString bad = dir.filePath(u"login.html"_s);
@@ -539,7 +554,8 @@ void TestCallListWindow::statistics()
     ListRig rig;
     QVERIFY(rig.open());
     rig.call(1, day(1), u"0400"_s);
-    rig.calls().insertCall({rig.profile(), 3, day(2).toSecsSinceEpoch(), u"0401"_s, u"Küche"_s, u"5550001"_s, u"1:10"_s});
+    rig.calls().insertCall(
+        {rig.profile(), 3, day(2).toSecsSinceEpoch(), u"0401"_s, u"Küche"_s, u"5550001"_s, u"1:10"_s});
     rig.call(2, QDateTime(QDate(2025, 7, 1), QTime(9, 0)), u"0402"_s);
     rig.start();
     CallListWindow& w = rig.window();
@@ -566,10 +582,10 @@ void TestCallListWindow::openedByTheTray_data()
     QTest::addColumn<bool>("fromMenu");
     QTest::addColumn<bool>("open");
     QTest::newRow("--calllist") << QVariantMap() << QStringList{u"--calllist"_s} << false << true;
-    QTest::newRow("shown at start when asked") << QVariantMap{{keys::ShowCallinglistOnStart, 1}} << QStringList() << false
-                                               << true;
-    QTest::newRow("not at start otherwise") << QVariantMap{{keys::ShowCallinglistOnStart, 0}} << QStringList() << false
-                                            << false;
+    QTest::newRow("shown at start when asked")
+        << QVariantMap{{keys::ShowCallinglistOnStart, 1}} << QStringList() << false << true;
+    QTest::newRow("not at start otherwise")
+        << QVariantMap{{keys::ShowCallinglistOnStart, 0}} << QStringList() << false << false;
     QTest::newRow("the tray menu's item") << QVariantMap() << QStringList() << true << true;
 }
 
@@ -633,7 +649,12 @@ void TestCallListWindow::addToAddressBook()
     QCOMPARE(people[0].phones[0].label, u"work"_s);
     QCOMPARE(people[0].phones[0].value, u"+49 30 1234"_s);
     const int row = rowOfNumber(*w.model(), u"0301234"_s);
-    QTRY_VERIFY(w.model()->index(row, 0).data(CallListModel::ContactRole).toStringList().value(1).contains(u"Muster"_s));
+    QTRY_VERIFY(w.model()
+                    ->index(row, 0)
+                    .data(CallListModel::ContactRole)
+                    .toStringList()
+                    .value(1)
+                    .contains(u"Muster"_s));
     QCOMPARE(rig.calls().searchCallerNameForPhoneNumber(u"0301234"_s).value(0), people[0].uid);
 }
 
@@ -657,10 +678,13 @@ void TestCallListWindow::lookUpOnline()
     // The location's own lookup is off; asking explicitly still asks.
     QFile defs(QDir(rig.env.dirs.dataDir()).filePath(ReverseSearchDefinitions::FileName));
     QVERIFY(defs.open(QIODevice::WriteOnly));
-    defs.write(u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
+    defs.write(u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+               u"version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
                u"<key>0049</key><dict><key>prefix</key><string>0</string><key>url</key><string>%1</string>"
-               u"<key>data</key><string>nr=##NUMBER##</string><key>match</key><string>&lt;b&gt;([^&lt;]+)&lt;/b&gt;</string>"
-               u"</dict></dict></dict></plist>\n"_s.arg(directory.url("/search")).toUtf8());
+               u"<key>data</key><string>nr=##NUMBER##</string><key>match</"
+               u"key><string>&lt;b&gt;([^&lt;]+)&lt;/b&gt;</string>"
+               u"</dict></dict></dict></plist>\n"_s.arg(directory.url("/search"))
+                   .toUtf8());
     defs.close();
     rig.start();
     rig.call(2, day(2), u"0301234"_s);

@@ -3,8 +3,8 @@
 #include "CallMonitorWindow.h"
 #include "MemoEditor.h"
 #include "TrayApplication.h"
-#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
+#include "app/CallMonitorService.h"
 
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
@@ -45,7 +45,8 @@ struct MonitorRig
 
     bool post(const QString& what, const QVariantMap& body)
     {
-        return !sim.control("POST", u"/_sim/monitor/"_s + what, QJsonDocument::fromVariant(body).toJson()).isNull();
+        return !sim.control("POST", u"/_sim/monitor/"_s + what, QJsonDocument::fromVariant(body).toJson())
+                    .isNull();
     }
 
     QTreeWidget* table() { return tray->monitorWindow().table(); }
@@ -74,8 +75,10 @@ void TestCallMonitorWindow::ringShowsCaller_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("subtitle");
     QTest::newRow("caller in the address book")
-        << u"0301234567"_s << u"← 0301234567"_s << u"Jürgen Müller - Bäckerei Müller GmbH (Other)"_s << u"Jürgen Müller - Bäckerei Müller GmbH"_s;
-    QTest::newRow("number not in the book") << u"0409998877"_s << u"← 0409998877"_s << QString() << u"Unknown caller"_s;
+        << u"0301234567"_s << u"← 0301234567"_s << u"Jürgen Müller - Bäckerei Müller GmbH (Other)"_s
+        << u"Jürgen Müller - Bäckerei Müller GmbH"_s;
+    QTest::newRow("number not in the book")
+        << u"0409998877"_s << u"← 0409998877"_s << QString() << u"Unknown caller"_s;
     QTest::newRow("withheld number") << QString() << u"← withheld"_s << QString() << u"Number withheld"_s;
 }
 
@@ -101,7 +104,8 @@ void TestCallMonitorWindow::connectedCallRunsAndEnds()
     MonitorRig rig;
     QVERIFY2(rig.start(true), qPrintable(rig.sim.error()));
     rig.tray->openCallmonitorWindow();
-    QVERIFY(rig.post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 3}}));
+    QVERIFY(
+        rig.post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 3}}));
     QVERIFY(rig.post(u"connect"_s, {{u"connID"_s, 3}, {u"extension"_s, u"10"_s}}));
     QTRY_COMPARE(rig.cell(CallMonitorWindow::State), u"Connected"_s);
     // DECT handset 10 is extension 610 in the router's list.
@@ -118,7 +122,8 @@ void TestCallMonitorWindow::memoIsInsertedOnceThenUpdated()
 {
     MonitorRig rig;
     QVERIFY2(rig.start(true), qPrintable(rig.sim.error()));
-    QVERIFY(rig.post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 1}}));
+    QVERIFY(
+        rig.post(u"ring"_s, {{u"caller"_s, u"0301234567"_s}, {u"called"_s, u"5550000"_s}, {u"connID"_s, 1}}));
     QVERIFY(rig.post(u"connect"_s, {{u"connID"_s, 1}, {u"extension"_s, u"1"_s}}));
     StreamListener& listener = rig.tray->callMonitor().listener();
     QTRY_COMPARE(listener.monitorCalls().size(), qsizetype(1));

@@ -14,11 +14,11 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTreeWidget>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -75,8 +75,8 @@ struct RouterRig
 
     bool start(const QString& password)
     {
-        if (!rig.startOnRouter(sim, {{u"ConfirmDial"_s, true}}, {{u"AddressBook"_s, GuiEnv::addressBook()}}, password,
-                               true))
+        if (!rig.startOnRouter(sim, {{u"ConfirmDial"_s, true}}, {{u"AddressBook"_s, GuiEnv::addressBook()}},
+                               password, true))
             return false;
         rig.tray->dialWindow().setConfirm([this](const QString& number, const QString& name) {
             asked << number + u'/' + name;
@@ -101,7 +101,9 @@ struct RouterRig
     QString monitorState()
     {
         const auto& calls = rig.tray->callMonitor().listener().monitorCalls();
-        return calls.isEmpty() ? QString() : calls.last().cmd + u'/' + calls.last().number + u'/' + calls.last().extension;
+        return calls.isEmpty()
+                   ? QString()
+                   : calls.last().cmd + u'/' + calls.last().number + u'/' + calls.last().extension;
     }
 };
 } // namespace
@@ -119,7 +121,8 @@ void TestDialWindow::dialThroughTheRouter_data()
     // The status check at start met the wrong password first (its alert goes to a message box);
     // the dial is still refused with the reason, though the router sent no second alert.
     QTest::newRow("wrong password: refused, the call ends")
-        << u"wrong"_s << true << QString() << u"DISCONNECT/0301234567/610"_s << u"password for the router is wrong"_s;
+        << u"wrong"_s << true << QString() << u"DISCONNECT/0301234567/610"_s
+        << u"password for the router is wrong"_s;
 }
 
 void TestDialWindow::dialThroughTheRouter()
@@ -153,8 +156,10 @@ void TestDialWindow::dialledCallFollowsTheMonitorAndHangsUp()
     QCOMPARE(monitor.table()->topLevelItem(0)->text(CallMonitorWindow::State), u"Dialling…"_s);
 
     // The handset is picked up: the router reports the call on its monitor port.
-    QVERIFY(!r.sim.control("POST", u"/_sim/monitor/call"_s,
-                           R"({"connID":4,"extension":"1","caller":"5550000","called":"00442079460000"})").isNull());
+    QVERIFY(!r.sim
+                 .control("POST", u"/_sim/monitor/call"_s,
+                          R"({"connID":4,"extension":"1","caller":"5550000","called":"00442079460000"})")
+                 .isNull());
     QTRY_COMPARE(r.monitorState(), u"CALL/00442079460000/1"_s);
     QTRY_COMPARE(monitor.table()->topLevelItem(0)->text(CallMonitorWindow::State), u"Calling"_s);
     QCOMPARE(r.rig.tray->callMonitor().listener().monitorCalls().size(), qsizetype(1));
@@ -171,17 +176,17 @@ void TestDialWindow::numberField_data()
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("unified");
     QTest::addColumn<QString>("name");
-    QTest::newRow("typed with separators")
-        << u"030 / 123 45 67"_s << u"030 / 123 45 67"_s << u"0301234567"_s << u"Jürgen Müller - Bäckerei Müller GmbH (Other)"_s;
+    QTest::newRow("typed with separators") << u"030 / 123 45 67"_s << u"030 / 123 45 67"_s << u"0301234567"_s
+                                           << u"Jürgen Müller - Bäckerei Müller GmbH (Other)"_s;
     QTest::newRow("pasted tel URL with parameters")
         << u"tel:+49-171-555-0111;phone-context=example.com"_s << u"+49-171-555-0111"_s << u"+491715550111"_s
         << u"Jürgen Müller - Bäckerei Müller GmbH (iPhone)"_s;
-    QTest::newRow("pasted callto URL") << u"callto://0800%20555%200199"_s << u"0800 555 0199"_s << u"08005550199"_s
-                                       << u"Stadtwerke Beispielstadt (Main)"_s;
-    QTest::newRow("dial URL without slashes") << u"dial:0409998877"_s << u"0409998877"_s << u"0409998877"_s
-                                              << u"unknown"_s;
-    QTest::newRow("letters on the keypad") << u"0800-FLOWERS"_s << u"0800-FLOWERS"_s << u"08003569377"_s
-                                           << u"unknown"_s;
+    QTest::newRow("pasted callto URL") << u"callto://0800%20555%200199"_s << u"0800 555 0199"_s
+                                       << u"08005550199"_s << u"Stadtwerke Beispielstadt (Main)"_s;
+    QTest::newRow("dial URL without slashes")
+        << u"dial:0409998877"_s << u"0409998877"_s << u"0409998877"_s << u"unknown"_s;
+    QTest::newRow("letters on the keypad")
+        << u"0800-FLOWERS"_s << u"0800-FLOWERS"_s << u"08003569377"_s << u"unknown"_s;
 }
 
 void TestDialWindow::numberField()
@@ -209,14 +214,16 @@ void TestDialWindow::completionFromBookAndCallerCache()
     auto matches = [completer](const QString& prefix) {
         completer->setCompletionPrefix(prefix);
         QStringList out;
-        for (bool more = completer->setCurrentRow(0); more; more = completer->setCurrentRow(completer->currentRow() + 1))
+        for (bool more = completer->setCurrentRow(0); more;
+             more = completer->setCurrentRow(completer->currentRow() + 1))
             out << completer->currentCompletion();
         return out;
     };
     QCOMPARE(matches(u"stadtwerke"_s), QStringList{u"Stadtwerke Beispielstadt (Main) – 0800 555 0199"_s});
     QCOMPARE(matches(u"hanna"_s), QStringList{u"Hanna Berg – 0409998877"_s});
     // By number too, and one entry per number.
-    QCOMPARE(matches(u"0301234567"_s), QStringList{u"Jürgen Müller - Bäckerei Müller GmbH (Other) – 0301234567"_s});
+    QCOMPARE(matches(u"0301234567"_s),
+             QStringList{u"Jürgen Müller - Bäckerei Müller GmbH (Other) – 0301234567"_s});
 }
 
 void TestDialWindow::extensionsOfTheLocation()

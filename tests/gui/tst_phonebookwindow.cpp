@@ -30,7 +30,8 @@ struct BookRig : GuiTray
 
     bool start(const QString& password)
     {
-        return startOnRouter(sim, {{u"CallMonitor"_s, false}}, {{u"AddressBook"_s, GuiEnv::addressBook()}}, password);
+        return startOnRouter(sim, {{u"CallMonitor"_s, false}}, {{u"AddressBook"_s, GuiEnv::addressBook()}},
+                             password);
     }
 };
 } // namespace
@@ -96,7 +97,8 @@ void TestPhonebookWindow::listAddAndSendGroup()
     QTRY_VERIFY_WITH_TIMEOUT(!window.isBusy(), 10000);
     QCOMPARE(askedFor, u"Lieferanten:2"_s);
     const QStringList after = names(window);
-    QVERIFY2(!after.contains(u"Oma Erna"_s) && after.join(u'|').contains(u"Stadtwerke"_s), qPrintable(after.join(u'|')));
+    QVERIFY2(!after.contains(u"Oma Erna"_s) && after.join(u'|').contains(u"Stadtwerke"_s),
+             qPrintable(after.join(u'|')));
 }
 
 void TestPhonebookWindow::refusedLogin()

@@ -2,14 +2,14 @@
 // current location; a wrong password keeps it on the reading step until corrected.
 #include "GuiFixture.h"
 
+#include "TrayApplication.h"
+#include "TrayMenu.h"
+#include "assistant/SsdpDiscovery.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/TNPreferencesManager.h"
-#include "assistant/SsdpDiscovery.h"
 #include "setup/SetupPages.h"
 #include "setup/SetupWizard.h"
-#include "TrayApplication.h"
-#include "TrayMenu.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -42,7 +42,8 @@ void TestSetupWizard::address_data()
     QTest::addColumn<int>("port");
 
     QTest::newRow("name") << u"fritz.box"_s << true << u"fritz.box"_s << 80;
-    QTest::newRow("address and port, blanks around") << u" 192.168.178.1:8080 "_s << true << u"192.168.178.1"_s << 8080;
+    QTest::newRow("address and port, blanks around")
+        << u" 192.168.178.1:8080 "_s << true << u"192.168.178.1"_s << 8080;
     QTest::newRow("IPv6 with port") << u"[fe80::1]:81"_s << true << u"fe80::1"_s << 81;
     QTest::newRow("empty") << QString() << false << QString() << 0;
     QTest::newRow("two words") << u"my box"_s << false << QString() << 0;

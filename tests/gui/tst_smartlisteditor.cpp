@@ -34,8 +34,8 @@ struct Rig : GuiTray
     int profile() { return env.env->manager().currentPreferences()->activeProfileInt; }
     void call(int state, const QString& number)
     {
-        calls().insertCall({profile(), state, QDateTime(QDate(2026, 3, 2), QTime(10, 0)).toSecsSinceEpoch(), number,
-                            u"Küche"_s, u"5550001"_s, u"0:05"_s});
+        calls().insertCall({profile(), state, QDateTime(QDate(2026, 3, 2), QTime(10, 0)).toSecsSinceEpoch(),
+                            number, u"Küche"_s, u"5550001"_s, u"0:05"_s});
     }
     CallListWindow& window()
     {
@@ -116,8 +116,10 @@ void TestSmartListEditor::createEditDelete()
     QCOMPARE(editor->nameField()->text(), u"Mixed"_s);
     QCOMPARE(editor->matchBox()->currentData().toBool(), true);
     QCOMPARE(editor->rules().size(), 2);
-    QCOMPARE(editor->rules().at(0)->condition(), (SmartCondition{Smart::ColumnNumber, Smart::Contains, u"2222"_s}));
-    QCOMPARE(editor->rules().at(1)->condition(), (SmartCondition{Smart::ColumnCallType, Smart::TypeMissed, {}}));
+    QCOMPARE(editor->rules().at(0)->condition(),
+             (SmartCondition{Smart::ColumnNumber, Smart::Contains, u"2222"_s}));
+    QCOMPARE(editor->rules().at(1)->condition(),
+             (SmartCondition{Smart::ColumnCallType, Smart::TypeMissed, {}}));
     editor->rules().at(1)->removeButton()->click();
     QCOMPARE(editor->rules().size(), 1);
     QVERIFY(!editor->rules().at(0)->removeButton()->isEnabled()); // the last rule stays
@@ -175,7 +177,8 @@ void TestSmartListEditor::dateValues()
     QCOMPARE(editor.saveButton()->isEnabled(), valid);
     const int before = int(rig.calls().smartLists().smartListsForProfile(rig.profile()).size());
     QCOMPARE(editor.save(), valid);
-    QCOMPARE(int(rig.calls().smartLists().smartListsForProfile(rig.profile()).size()), before + (valid ? 1 : 0));
+    QCOMPARE(int(rig.calls().smartLists().smartListsForProfile(rig.profile()).size()),
+             before + (valid ? 1 : 0));
     QCOMPARE(editor.refreshCount() >= 0, valid);
 }
 

@@ -55,10 +55,11 @@ void TestTraffic::figures_data()
     QTest::newRow("the unreachable router's zero record")
         << TrafficSampler::recordFromAnswer({}) << 0.0 << 0.0 << 1.0 << u"⬇ 0.0 kbit/s"_s;
     QTest::newRow("no traffic yet: the line's maximum")
-        << QVariantMap{{u"ds_internet"_s, QStringList{u"0"_s}}, {u"max_ds"_s, u"125000"_s}} << 0.0 << 0.0 << 1000.0
-        << u"⬇ 0.0 kbit/s"_s;
+        << QVariantMap{{u"ds_internet"_s, QStringList{u"0"_s}}, {u"max_ds"_s, u"125000"_s}} << 0.0 << 0.0
+        << 1000.0 << u"⬇ 0.0 kbit/s"_s;
     QTest::newRow("text that is no number counts as nothing")
-        << QVariantMap{{u"ds_internet"_s, QStringList{u"er"_s, u""_s, u"-5"_s, u"125"_s}}, {u"max_ds"_s, u"x"_s}}
+        << QVariantMap{{u"ds_internet"_s, QStringList{u"er"_s, u""_s, u"-5"_s, u"125"_s}},
+                       {u"max_ds"_s, u"x"_s}}
         << 1.0 << 0.0 << 1.25 << u"⬇ 1.0 kbit/s"_s;
 }
 

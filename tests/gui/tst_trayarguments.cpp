@@ -22,20 +22,21 @@ void TestTrayArguments::parse_data()
     QTest::addColumn<QStringList>("requests");
     QTest::addColumn<QString>("messageContains");
 
-    QTest::newRow("a tel: link") << QStringList{u"tel:+4930123456"_s} << -1 << QStringList{u"tel:+4930123456"_s}
-                                 << QString();
+    QTest::newRow("a tel: link") << QStringList{u"tel:+4930123456"_s} << -1
+                                 << QStringList{u"tel:+4930123456"_s} << QString();
     QTest::newRow("windows and a link")
         << QStringList{u"callto://0301234"_s, u"--voicemail"_s, u"--calllist"_s, u"--new-call"_s} << -1
         << QStringList{u"--new-call"_s, u"--calllist"_s, u"--voicemail"_s, u"callto://0301234"_s}
-                                        << QString();
+        << QString();
     QTest::newRow("folders are not requests")
-        << QStringList{u"--config-dir"_s, u"/tmp/c"_s, u"--data-dir=/tmp/d"_s, u"--secrets"_s, u"file"_s} << -1
-        << QStringList{} << QString();
+        << QStringList{u"--config-dir"_s, u"/tmp/c"_s, u"--data-dir=/tmp/d"_s, u"--secrets"_s, u"file"_s}
+        << -1 << QStringList{} << QString();
     QTest::newRow("help") << QStringList{u"--help"_s} << 0 << QStringList{} << u"--calllist"_s;
     QTest::newRow("version") << QStringList{u"--version"_s} << 0 << QStringList{} << u"tondrel "_s;
-    QTest::newRow("unknown option") << QStringList{u"--frobnicate"_s} << 2 << QStringList{} << u"frobnicate"_s;
-    QTest::newRow("unknown password store") << QStringList{u"--secrets"_s, u"vault"_s} << 2 << QStringList{}
-                                            << u"vault"_s;
+    QTest::newRow("unknown option") << QStringList{u"--frobnicate"_s} << 2 << QStringList{}
+                                    << u"frobnicate"_s;
+    QTest::newRow("unknown password store")
+        << QStringList{u"--secrets"_s, u"vault"_s} << 2 << QStringList{} << u"vault"_s;
 }
 
 void TestTrayArguments::parse()

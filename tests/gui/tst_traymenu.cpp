@@ -7,8 +7,8 @@
 #include "LocationsMenu.h"
 #include "TNStatusMenu.h"
 #include "TrayApplication.h"
-#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
+#include "app/CallMonitorService.h"
 #include "box/RouterSession.h"
 #include "box/RouterSessions.h"
 
@@ -65,7 +65,8 @@ struct SimRig
 
     bool open(const QVariantMap& globals = {})
     {
-        if (!sim.isRunning() || !env.open({{u"L1"_s, GuiEnv::routerLocation(u"Home"_s, 1, sim)}}, u"L1"_s, globals))
+        if (!sim.isRunning() ||
+            !env.open({{u"L1"_s, GuiEnv::routerLocation(u"Home"_s, 1, sim)}}, u"L1"_s, globals))
             return false;
         env.setPassword(u"L1"_s, u"secret"_s);
         return true;
@@ -159,7 +160,8 @@ void TestTrayMenu::locationsAndRemoteAccess()
     QVariantMap office = GuiEnv::location(u"Office"_s, 2, 0);
     office.insert(u"RemoteHost"_s, u"office.example.net"_s);
     office.insert(u"RemoteAccess"_s, true);
-    office.insert(u"Extensions"_s, QVariantList{QVariantMap{{u"Intern"_s, u"51"_s}, {u"Title"_s, u"Desk"_s}}});
+    office.insert(u"Extensions"_s,
+                  QVariantList{QVariantMap{{u"Intern"_s, u"51"_s}, {u"Title"_s, u"Desk"_s}}});
     QVERIFY(rig.start({{u"L1"_s, GuiEnv::location(u"Home"_s, 1, 0)}, {u"L2"_s, office}}));
     TrayMenu& menu = rig.tray->menu();
     QVERIFY(!menu.remoteAccessItem()->isEnabled());
@@ -245,7 +247,8 @@ void TestTrayMenu::wlanSwitch_data()
     QTest::addColumn<bool>("enabled");
     QTest::addColumn<bool>("asked");
     QTest::addColumn<QStringList>("sent");
-    QTest::newRow("on, user says yes") << (16 | 128) << int(QMessageBox::Yes) << true << true << QStringList{u"WLANoff"_s};
+    QTest::newRow("on, user says yes")
+        << (16 | 128) << int(QMessageBox::Yes) << true << true << QStringList{u"WLANoff"_s};
     QTest::newRow("on, user says no") << (16 | 64) << int(QMessageBox::No) << true << true << QStringList();
     QTest::newRow("off, switched on at once") << (8 | 64) << 0 << true << false << QStringList{u"WLANon"_s};
     QTest::newRow("state not known yet") << 4 << 0 << false << false << QStringList();
@@ -342,12 +345,15 @@ void TestTrayMenu::dectSwitchReachesTheRouter()
     SimRig rig;
     const QList<bool> answers{false, true};
     int asked = 0;
-    QVERIFY2(rig.start([&](TrayApplication::Options& o) { o.askDECToff = [&] { return answers.value(asked++); }; }),
+    QVERIFY2(rig.start(
+                 [&](TrayApplication::Options& o) { o.askDECToff = [&] { return answers.value(asked++); }; }),
              qPrintable(rig.sim.error()));
     QAction* dect = rig.tray->menu().dectItem();
     QTRY_VERIFY_WITH_TIMEOUT(dect->isEnabled(), 20000);
     QVERIFY(dect->isChecked());
-    const auto sent = [&rig] { return rig.sent(u"setDECT"_s, [](const QJsonValue& v) { return v[u"value"_s].toString(); }); };
+    const auto sent = [&rig] {
+        return rig.sent(u"setDECT"_s, [](const QJsonValue& v) { return v[u"value"_s].toString(); });
+    };
 
     // Declined: nothing is sent and the mark stays.
     dect->trigger();
@@ -391,7 +397,8 @@ void TestTrayMenu::badgeAfterImport()
     // A call seen before: the three from the router are the new ones.
     const QDateTime day = QDateTime::currentDateTime().addDays(-1);
     TNCallinglist& calls = *env.env->callinglist();
-    calls.insertCall({1, 1, day.addDays(-2).toSecsSinceEpoch(), u"030111"_s, u"Kitchen"_s, u"5550001"_s, u"0:01"_s});
+    calls.insertCall(
+        {1, 1, day.addDays(-2).toSecsSinceEpoch(), u"030111"_s, u"Kitchen"_s, u"5550001"_s, u"0:01"_s});
     const auto row = [&day](int type, int minutes, const char* number) {
         return QJsonDocument(QJsonObject{{u"type"_s, type},
                                          {u"date"_s, day.addSecs(minutes * 60).toString(u"dd.MM.yy HH:mm"_s)},
@@ -417,7 +424,8 @@ void TestTrayMenu::badgeAfterImport()
     CallListSync& sync = *env.env->callListSync();
     QList<CallListSyncResult> finished;
     QObject context;
-    connect(&sync, &CallListSync::finished, &context, [&finished](const CallListSyncResult& r) { finished << r; });
+    connect(&sync, &CallListSync::finished, &context,
+            [&finished](const CallListSyncResult& r) { finished << r; });
     sync.importFromRouter();
     QTRY_VERIFY_WITH_TIMEOUT(!finished.isEmpty() && !sync.isBusy(), 20000);
     // Whoever asked first (a start-up trigger or this request), one import brought the calls.

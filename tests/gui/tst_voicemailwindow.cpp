@@ -4,18 +4,18 @@
 #include "../voicemail/MetaFileBuilder.h"
 #include "../voicemail/SpeexTone.h"
 #include "FtpServerProcess.h"
-#include "StorageFiles.h"
 #include "GuiFixture.h"
+#include "StorageFiles.h"
 
 #include "TrayApplication.h"
 #include "TrayMenu.h"
 #include "voicemail/VoicemailListModel.h"
 #include "voicemail/VoicemailWindow.h"
 
+#include "app/ServiceAdapters.h"
 #include "base/Clock.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
-#include "app/ServiceAdapters.h"
 #include "calllist/TNCallinglist.h"
 #include "voicemail/TNFTPDatasource.h"
 
@@ -67,10 +67,11 @@ struct VoicemailRig
     void buildStorage()
     {
         writeFile(storage(kVoicebox + u"meta0"_s),
-                  metaFile({record("0301111", "rec.0.000", 12, 10, 8), record("0302222", "rec.0.001", 75, 11, 9),
-                            record("", "rec.0.002", 44, 12, 10)},
+                  metaFile({record("0301111", "rec.0.000", 12, 10, 8),
+                            record("0302222", "rec.0.001", 75, 11, 9), record("", "rec.0.002", 44, 12, 10)},
                            false));
-        writeFile(storage(kVoicebox + u"meta1"_s), metaFile({record("0893333", "rec.1.000", 65, 13, 11)}, true));
+        writeFile(storage(kVoicebox + u"meta1"_s),
+                  metaFile({record("0893333", "rec.1.000", 65, 13, 11)}, true));
         writeFile(storage(kVoicebox + u"rec/rec.0.000"_s), speexToneRecording(500, 20, 0));
         writeFile(storage(kVoicebox + u"rec/rec.0.001"_s), speexToneRecording(1000, 50, 10));
         writeFile(storage(kVoicebox + u"rec/rec.0.002"_s), speexToneRecording(1500, 20, 0));
@@ -103,7 +104,8 @@ struct VoicemailRig
         // Faxes were checked on the 13th at noon: the one of the 14th is new (a fax's time of
         // day is not kept). Messages were never checked: all are new.
         env.env->voicemailMarkers()->setLastSavedFaxDate(nov(13, 12));
-        env.env->callinglist()->insertCallerWithName(u"Erika Mustermann"_s, u"0302222"_s, u"abid-7"_s, u"home"_s);
+        env.env->callinglist()->insertCallerWithName(u"Erika Mustermann"_s, u"0302222"_s, u"abid-7"_s,
+                                                     u"home"_s);
         return true;
     }
 
@@ -170,11 +172,14 @@ QStringList rows(VoicemailListModel* m, bool fax)
         const bool isNew = date.data(VoicemailListModel::NewRole).toBool();
         const bool marked = !cell(m, r, VoicemailListModel::New).isEmpty();
         const bool bold = date.data(Qt::FontRole).value<QFont>().bold();
-        out << QStringList{date.data().toString(), cell(m, r, VoicemailListModel::Number),
+        out << QStringList{date.data().toString(),
+                           cell(m, r, VoicemailListModel::Number),
                            cell(m, r, VoicemailListModel::Name),
                            cell(m, r, fax ? VoicemailListModel::File : VoicemailListModel::Line),
                            fax ? QString() : cell(m, r, VoicemailListModel::Duration),
-                           isNew && marked && bold ? u"new"_s : isNew || marked || bold ? u"half new"_s : QString()}
+                           isNew && marked && bold   ? u"new"_s
+                           : isNew || marked || bold ? u"half new"_s
+                                                     : QString()}
                    .join(u'|');
     }
     return out;
@@ -223,7 +228,8 @@ private slots:
         VoicemailWindow& w = rig.window();
         QVERIFY(label(w, "errorLine")->text().isEmpty());
         const auto at = [](int day, const char* time) {
-            return QLocale().toString(QDate(2026, 11, day), QLocale::ShortFormat) + u' ' + QLatin1String(time);
+            return QLocale().toString(QDate(2026, 11, day), QLocale::ShortFormat) + u' ' +
+                   QLatin1String(time);
         };
         // Newest first per answering machine; messages are new until the first check, the fax of
         // the 13th was received before the last check of faxes.
@@ -232,8 +238,9 @@ private slots:
                               at(11, "09:15") + u"|0302222|Erika Mustermann|Machine 1 (987654)|1:15|new"_s,
                               at(10, "08:15") + u"|0301111||Machine 1 (987654)|0:12|new"_s,
                               at(13, "11:15") + u"|0893333||Machine 2 (987654)|1:05|new"_s}));
-        QCOMPARE(rows(w.faxModel(), true), (QStringList{at(13, "10:30") + u"|0301234567||"_s + kFaxKnown + u"||"_s,
-                                                        at(14, "08:05") + u"|Kanzlei Meier||"_s + kFaxNamed + u"||new"_s}));
+        QCOMPARE(rows(w.faxModel(), true),
+                 (QStringList{at(13, "10:30") + u"|0301234567||"_s + kFaxKnown + u"||"_s,
+                              at(14, "08:05") + u"|Kanzlei Meier||"_s + kFaxNamed + u"||new"_s}));
         QCOMPARE(label(w, "countLabel")->text(), u"4 messages (4 new), 2 faxes (1 new)"_s);
     }
 
@@ -246,10 +253,10 @@ private slots:
         QTest::addColumn<QDateTime>("marker");
         // The clock says the 12th, 20:00. The message of the 13th stays seen when read again: the
         // index files carry no date to compare with the check time.
-        QTest::newRow("a message: the check time") << 0 << 1 << QByteArray("RIFF")
-                                                   << QList<bool>{false, false, false, false} << nov(12, 20);
-        QTest::newRow("fax received after our clock: its day") << 1 << 1 << QByteArray("%PDF")
-                                                              << QList<bool>{false, false} << nov(14, 0);
+        QTest::newRow("a message: the check time")
+            << 0 << 1 << QByteArray("RIFF") << QList<bool>{false, false, false, false} << nov(12, 20);
+        QTest::newRow("fax received after our clock: its day")
+            << 1 << 1 << QByteArray("%PDF") << QList<bool>{false, false} << nov(14, 0);
     }
     void playOrOpenMarksSeen()
     {
@@ -286,7 +293,8 @@ private slots:
         QCOMPARE(tab == 0 ? markers->lastSavedVoicemailDate() : markers->lastSavedFaxDate(), marker);
         QVERIFY(rig.openWindow());
         QCOMPARE(newMarks(m), marksAfter);
-        QCOMPARE(tab == 0 ? w.datasource().newVoicemailsCounter : w.datasource().newFaxCounter, int(marksAfter.count(true)));
+        QCOMPARE(tab == 0 ? w.datasource().newVoicemailsCounter : w.datasource().newFaxCounter,
+                 int(marksAfter.count(true)));
     }
 
     void saveAs_data()
@@ -295,7 +303,8 @@ private slots:
         QTest::addColumn<int>("row");
         QTest::addColumn<QString>("suggested");
         QTest::addColumn<bool>("chosen"); // false: the dialog answers with no file
-        QTest::newRow("message of a known caller") << 0 << 1 << u"2026-11-11 09.15 Erika Mustermann.wav"_s << true;
+        QTest::newRow("message of a known caller")
+            << 0 << 1 << u"2026-11-11 09.15 Erika Mustermann.wav"_s << true;
         QTest::newRow("message without a number") << 0 << 0 << u"2026-11-12 10.15.wav"_s << true;
         QTest::newRow("fax") << 1 << 0 << kFaxKnown << true;
         QTest::newRow("cancelled in the dialog") << 0 << 0 << u"2026-11-12 10.15.wav"_s << false;
@@ -346,7 +355,8 @@ private slots:
         QTest::addColumn<bool>("confirm");
         QTest::addColumn<QStringList>("goneFiles");
         QTest::addColumn<QStringList>("numbersLeft");
-        QTest::newRow("one message") << 0 << QList<int>{1} << true << QStringList{kVoicebox + u"rec/rec.0.001"_s}
+        QTest::newRow("one message") << 0 << QList<int>{1} << true
+                                     << QStringList{kVoicebox + u"rec/rec.0.001"_s}
                                      << QStringList{QString(), u"0301111"_s, u"0893333"_s};
         QTest::newRow("messages of both machines")
             << 0 << QList<int>{0, 3} << true
@@ -399,9 +409,10 @@ private slots:
     {
         QTest::addColumn<QString>("problem");
         QTest::addColumn<QString>("start");
-        QTest::newRow("router unreachable") << u"port"_s << u"No connection to the router's storage (home network): "_s;
-        QTest::newRow("login refused") << u"password"_s
-                                       << u"Login to the router's storage refused (home network): "_s;
+        QTest::newRow("router unreachable")
+            << u"port"_s << u"No connection to the router's storage (home network): "_s;
+        QTest::newRow("login refused")
+            << u"password"_s << u"Login to the router's storage refused (home network): "_s;
         QTest::newRow("no storage") << u"storage"_s
                                     << u"No voicemail or fax folder was found on the router's storage."_s;
     }
@@ -483,7 +494,8 @@ private slots:
         // Cancel once part of the recording has arrived.
         QVERIFY(QTest::qWaitFor(
             [&] {
-                const QFileInfoList parts = QDir(w.cacheDir()).entryInfoList({u"*"_s}, QDir::Dirs | QDir::NoDotAndDotDot);
+                const QFileInfoList parts =
+                    QDir(w.cacheDir()).entryInfoList({u"*"_s}, QDir::Dirs | QDir::NoDotAndDotDot);
                 for (const QFileInfo& dir : parts)
                     for (const QFileInfo& f : QDir(dir.filePath()).entryInfoList({u"*.spx"_s}, QDir::Files))
                         if (f.size() > 0)
@@ -508,7 +520,8 @@ private slots:
         QTest::addColumn<QList<int>>("rowsAtResets");
         QTest::newRow("RELOADABFAXLIST") << Notifications::RELOADABFAXLIST << QList<int>{5};
         QTest::newRow("UPDATEABFAXLIST") << Notifications::UPDATEABFAXLIST << QList<int>{5};
-        QTest::newRow("UPDATEABFAXLISTCLEAN clears first") << Notifications::UPDATEABFAXLISTCLEAN << QList<int>{0, 5};
+        QTest::newRow("UPDATEABFAXLISTCLEAN clears first")
+            << Notifications::UPDATEABFAXLISTCLEAN << QList<int>{0, 5};
     }
     void followsNotifications()
     {
@@ -520,8 +533,9 @@ private slots:
         QVERIFY(rig.openWindow());
         VoicemailWindow& w = rig.window();
         // A new message on machine 2.
-        writeFile(rig.storage(kVoicebox + u"meta1"_s),
-                  metaFile({record("0893333", "rec.1.000", 65, 13, 11), record("0304444", "rec.1.001", 9, 14, 7)}, true));
+        writeFile(rig.storage(kVoicebox + u"meta1"_s), metaFile({record("0893333", "rec.1.000", 65, 13, 11),
+                                                                 record("0304444", "rec.1.001", 9, 14, 7)},
+                                                                true));
         QList<int> rowsAt;
         connect(w.voicemailModel(), &QAbstractItemModel::modelReset, this,
                 [&] { rowsAt.append(w.voicemailModel()->rowCount()); });

@@ -23,9 +23,11 @@ QString writeScenario(const TempEnv& env, const QByteArray& json)
 bool addLocation(const TempEnv& env, int webPort, int tr064Port, const QString& user = {},
                  const QByteArray& password = "secret")
 {
-    QStringList args{QStringLiteral("location"), QStringLiteral("add"), QStringLiteral("--name"), QStringLiteral("sim"),
-                     QStringLiteral("--host"), QStringLiteral("127.0.0.1"), QStringLiteral("--web-port"),
-                     QString::number(webPort), QStringLiteral("--tr064-port"), QString::number(tr064Port),
+    QStringList args{QStringLiteral("location"),        QStringLiteral("add"),
+                     QStringLiteral("--name"),          QStringLiteral("sim"),
+                     QStringLiteral("--host"),          QStringLiteral("127.0.0.1"),
+                     QStringLiteral("--web-port"),      QString::number(webPort),
+                     QStringLiteral("--tr064-port"),    QString::number(tr064Port),
                      QStringLiteral("--password-stdin")};
     if (!user.isEmpty())
         args << QStringLiteral("--user") << user;
@@ -35,7 +37,8 @@ bool addLocation(const TempEnv& env, int webPort, int tr064Port, const QString& 
 QJsonArray actionsOf(SimulatorProcess& sim, const QString& kind)
 {
     QJsonArray out;
-    for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
+    for (const QJsonValue& v :
+         QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
         if (kind.isEmpty() || v.toObject().value(QStringLiteral("action")).toString() == kind)
             out.append(v);
     return out;
@@ -44,13 +47,15 @@ QJsonArray actionsOf(SimulatorProcess& sim, const QString& kind)
 // A location setting by the command line.
 bool setKey(const TempEnv& env, const char* key, const QString& value)
 {
-    return runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QLatin1String(key), value}).exitCode == 0;
+    return runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QLatin1String(key), value})
+               .exitCode == 0;
 }
 
 bool setRemotePassword(const TempEnv& env, const QByteArray& password)
 {
-    return runCli(env, {QStringLiteral("location"), QStringLiteral("password"), QStringLiteral("--remote"),
-                        QStringLiteral("--password-stdin")},
+    return runCli(env,
+                  {QStringLiteral("location"), QStringLiteral("password"), QStringLiteral("--remote"),
+                   QStringLiteral("--password-stdin")},
                   password + "\n")
                .exitCode == 0;
 }
@@ -74,13 +79,17 @@ private slots:
         QTest::addColumn<QString>("session");
         QTest::addColumn<QString>("scheme");
         QTest::newRow("current firmware, PBKDF2 challenge")
-            << QByteArray("{\"firmware\":\"lua\"}") << QStringLiteral("lua") << QStringLiteral("sid") << QStringLiteral("pbkdf2");
+            << QByteArray("{\"firmware\":\"lua\"}") << QStringLiteral("lua") << QStringLiteral("sid")
+            << QStringLiteral("pbkdf2");
         QTest::newRow("current firmware offering MD5 only")
-            << QByteArray("{\"firmware\":\"lua\",\"pbkdf2\":false}") << QStringLiteral("lua") << QStringLiteral("sid") << QStringLiteral("md5");
+            << QByteArray("{\"firmware\":\"lua\",\"pbkdf2\":false}") << QStringLiteral("lua")
+            << QStringLiteral("sid") << QStringLiteral("md5");
         QTest::newRow("older firmware with the form login")
-            << QByteArray("{\"firmware\":\"form\"}") << QStringLiteral("form") << QStringLiteral("sid") << QStringLiteral("form");
+            << QByteArray("{\"firmware\":\"form\"}") << QStringLiteral("form") << QStringLiteral("sid")
+            << QStringLiteral("form");
         QTest::newRow("router without login")
-            << QByteArray("{\"firmware\":\"nologin\"}") << QStringLiteral("form") << QStringLiteral("none") << QString();
+            << QByteArray("{\"firmware\":\"nologin\"}") << QStringLiteral("form") << QStringLiteral("none")
+            << QString();
     }
     void loginInEveryFlavour()
     {
@@ -123,13 +132,19 @@ private slots:
         TempEnv env;
         SimulatorProcess sim({QStringLiteral("--scenario"), writeScenario(env, scenario)});
         QVERIFY(sim.isRunning());
-        QVERIFY(addLocation(env, sim.port(QStringLiteral("web")), sim.port(QStringLiteral("tr064")), {}, "wrong"));
+        QVERIFY(addLocation(env, sim.port(QStringLiteral("web")), sim.port(QStringLiteral("tr064")), {},
+                            "wrong"));
         const CliResult bad = runCli(env, {QStringLiteral("login")});
         QCOMPARE(bad.exitCode, 1);
         QCOMPARE(bad.err, QByteArray("tondrel-cli: The password for the router is wrong.\n"));
         QCOMPARE(actionsOf(sim, QStringLiteral("loginFailed")).size(), 1);
 
-        QCOMPARE(runCli(env, {QStringLiteral("location"), QStringLiteral("password"), QStringLiteral("--password-stdin")}, "secret\n").exitCode, 0);
+        QCOMPARE(runCli(env,
+                        {QStringLiteral("location"), QStringLiteral("password"),
+                         QStringLiteral("--password-stdin")},
+                        "secret\n")
+                     .exitCode,
+                 0);
         const CliResult good = runCli(env, {QStringLiteral("login")});
         QVERIFY2(good.exitCode == 0, good.err.constData());
         QVERIFY(good.out.contains("result: TNSessionResultLoggedIn"));
@@ -145,32 +160,41 @@ private slots:
         // Older firmware knows no users: the location's user name stands for full rights.
         const QByteArray lua = "{\"firmware\":\"lua\"}";
         const QByteArray form = "{\"firmware\":\"form\"}";
-        const QStringList dial{QStringLiteral("dial"), QStringLiteral("0301234"), QStringLiteral("--port"), QStringLiteral("61")};
+        const QStringList dial{QStringLiteral("dial"), QStringLiteral("0301234"), QStringLiteral("--port"),
+                               QStringLiteral("61")};
         QTest::newRow("dial by TR-064, port 61 becomes 6")
             << lua << dial << QStringLiteral("dial")
-            << QByteArray("[{\"action\":\"dial\",\"number\":\"0301234\",\"port\":\"6\",\"user\":\"\",\"via\":\"tr064\"}]");
+            << QByteArray("[{\"action\":\"dial\",\"number\":\"0301234\",\"port\":\"6\",\"user\":\"\",\"via\":"
+                          "\"tr064\"}]");
         QTest::newRow("dial by web form, port 61 becomes 6")
             << form << dial << QStringLiteral("dial")
             << QByteArray("[{\"action\":\"dial\",\"number\":\"0301234\",\"port\":\"6\",\"via\":\"webcm\"}]");
-        QTest::newRow("hang up by TR-064") << lua << QStringList{QStringLiteral("hangup")} << QStringLiteral("hangup")
-                                           << QByteArray("[{\"action\":\"hangup\",\"user\":\"\",\"via\":\"tr064\"}]");
-        QTest::newRow("hang up by web form") << form << QStringList{QStringLiteral("hangup")} << QStringLiteral("hangup")
-                                             << QByteArray("[{\"action\":\"hangup\",\"via\":\"webcm\"}]");
+        QTest::newRow("hang up by TR-064")
+            << lua << QStringList{QStringLiteral("hangup")} << QStringLiteral("hangup")
+            << QByteArray("[{\"action\":\"hangup\",\"user\":\"\",\"via\":\"tr064\"}]");
+        QTest::newRow("hang up by web form")
+            << form << QStringList{QStringLiteral("hangup")} << QStringLiteral("hangup")
+            << QByteArray("[{\"action\":\"hangup\",\"via\":\"webcm\"}]");
         QTest::newRow("WLAN off by TR-064 switches both radios")
             << lua << QStringList{QStringLiteral("wlan"), QStringLiteral("off")} << QStringLiteral("set")
-            << QByteArray("[{\"action\":\"set\",\"name\":\"wlan:settings/ap_enabled\",\"user\":\"\",\"value\":\"0\",\"via\":\"tr064\"},"
-                          "{\"action\":\"set\",\"name\":\"wlan:settings/ap_enabled_scnd\",\"user\":\"\",\"value\":\"0\",\"via\":\"tr064\"}]");
+            << QByteArray("[{\"action\":\"set\",\"name\":\"wlan:settings/"
+                          "ap_enabled\",\"user\":\"\",\"value\":\"0\",\"via\":\"tr064\"},"
+                          "{\"action\":\"set\",\"name\":\"wlan:settings/"
+                          "ap_enabled_scnd\",\"user\":\"\",\"value\":\"0\",\"via\":\"tr064\"}]");
         QTest::newRow("5 GHz off by web form")
             << form << QStringList{QStringLiteral("wlan"), QStringLiteral("5off")} << QStringLiteral("set")
-            << QByteArray("[{\"action\":\"set\",\"name\":\"wlan:settings/ap_enabled_scnd\",\"value\":\"0\",\"via\":\"webcm\"}]");
+            << QByteArray("[{\"action\":\"set\",\"name\":\"wlan:settings/"
+                          "ap_enabled_scnd\",\"value\":\"0\",\"via\":\"webcm\"}]");
         QTest::newRow("DECT off on the Lua page")
             << lua << QStringList{QStringLiteral("dect"), QStringLiteral("off")} << QStringLiteral("setDECT")
             << QByteArray("[{\"action\":\"setDECT\",\"value\":\"0\",\"via\":\"/dect/dect_settings.lua\"}]");
         QTest::newRow("DECT on by web form")
             << form << QStringList{QStringLiteral("dect"), QStringLiteral("on")} << QStringLiteral("set")
-            << QByteArray("[{\"action\":\"set\",\"name\":\"dect:settings/enabled\",\"value\":\"1\",\"via\":\"webcm\"}]");
+            << QByteArray("[{\"action\":\"set\",\"name\":\"dect:settings/"
+                          "enabled\",\"value\":\"1\",\"via\":\"webcm\"}]");
         QTest::newRow("diversion on dials the router code")
-            << form << QStringList{QStringLiteral("diversion"), QStringLiteral("on")} << QStringLiteral("dial")
+            << form << QStringList{QStringLiteral("diversion"), QStringLiteral("on")}
+            << QStringLiteral("dial")
             << QByteArray("[{\"action\":\"dial\",\"number\":\"#96*5*\",\"port\":\"50\",\"via\":\"webcm\"}]");
     }
     void commandsArriveAsSent()
@@ -193,10 +217,11 @@ private slots:
     {
         QTest::addColumn<QByteArray>("scenario");
         QTest::addColumn<QString>("model");
-        QTest::newRow("current firmware: information page") << QByteArray("{\"firmware\":\"lua\",\"language\":\"en\"}")
-                                                            << QStringLiteral("FRITZ!Box 7590");
+        QTest::newRow("current firmware: information page")
+            << QByteArray("{\"firmware\":\"lua\",\"language\":\"en\"}") << QStringLiteral("FRITZ!Box 7590");
         QTest::newRow("older firmware: configuration definition")
-            << QByteArray("{\"firmware\":\"form\",\"language\":\"en\",\"model\":\"FRITZ!Box Fon WLAN 7170\",\"firmwareVersion\":\"29.04.87\"}")
+            << QByteArray("{\"firmware\":\"form\",\"language\":\"en\",\"model\":\"FRITZ!Box Fon WLAN "
+                          "7170\",\"firmwareVersion\":\"29.04.87\"}")
             << QStringLiteral("FRITZ!Box Fon WLAN 7170");
     }
     void statusAndPhoneLists()
@@ -213,21 +238,28 @@ private slots:
         const QJsonObject o = QJsonDocument::fromJson(status.out).object();
         QCOMPARE(o.value(QStringLiteral("WLANStatus")).toInt(), 144);
         QCOMPARE(o.value(QStringLiteral("DECTStatus")).toInt(), 16);
-        QCOMPARE(o.value(QStringLiteral("wlanSSID_scnd")).toString(), QStringLiteral("FRITZ!Box 7590 XY 5GHz"));
+        QCOMPARE(o.value(QStringLiteral("wlanSSID_scnd")).toString(),
+                 QStringLiteral("FRITZ!Box 7590 XY 5GHz"));
         QCOMPARE(o.value(QStringLiteral("model")).toString(), model);
         QCOMPARE(o.value(QStringLiteral("language")).toString(), QStringLiteral("en"));
 
         const CliResult ext = runCli(env, {QStringLiteral("extensions"), QStringLiteral("refresh")});
         QVERIFY2(ext.exitCode == 0, ext.err.constData());
-        QCOMPARE(QString::fromUtf8(ext.out), QStringLiteral("1\tFON\tTelefon Küche\n2\tFON\tFax\n50\tS0\tISDN devices\n610\tDECT\tMobilteil 1\n"));
+        QCOMPARE(QString::fromUtf8(ext.out),
+                 QStringLiteral(
+                     "1\tFON\tTelefon Küche\n2\tFON\tFax\n50\tS0\tISDN devices\n610\tDECT\tMobilteil 1\n"));
         QCOMPARE(runCli(env, {QStringLiteral("extensions"), QStringLiteral("list")}).out, ext.out);
 
         // A line the user hides stays hidden after the next refresh.
         QCOMPARE(runCli(env, {QStringLiteral("lines"), QStringLiteral("refresh")}).exitCode, 0);
-        QCOMPARE(runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QStringLiteral("Lines"),
-                              QStringLiteral("[{\"Line\":\"5559876\",\"Title\":\"Mine\",\"HideList\":true}]")}).exitCode, 0);
+        QCOMPARE(
+            runCli(env, {QStringLiteral("location"), QStringLiteral("set"), QStringLiteral("Lines"),
+                         QStringLiteral("[{\"Line\":\"5559876\",\"Title\":\"Mine\",\"HideList\":true}]")})
+                .exitCode,
+            0);
         const CliResult lines = runCli(env, {QStringLiteral("lines"), QStringLiteral("refresh")});
-        QCOMPARE(QString::fromUtf8(lines.out), QStringLiteral("5559876\tSIP1 (hidden in list)\n5551234\t5551234\n"));
+        QCOMPARE(QString::fromUtf8(lines.out),
+                 QStringLiteral("5559876\tSIP1 (hidden in list)\n5551234\t5551234\n"));
         const CliResult fax = runCli(env, {QStringLiteral("faxlines"), QStringLiteral("refresh")});
         QCOMPARE(fax.out, QByteArray("5551235\t5551235\n"));
     }
@@ -238,11 +270,12 @@ private slots:
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<QString>("message");
         QTest::addColumn<bool>("tr064Reached");
-        QTest::newRow("no dial right")
-            << QByteArray("{\"BoxAdmin\":2,\"Phone\":2,\"NAS\":2,\"App\":2}") << QStringList{QStringLiteral("dial"), QStringLiteral("123")}
-            << QStringLiteral("lacks the right") << false;
+        QTest::newRow("no dial right") << QByteArray("{\"BoxAdmin\":2,\"Phone\":2,\"NAS\":2,\"App\":2}")
+                                       << QStringList{QStringLiteral("dial"), QStringLiteral("123")}
+                                       << QStringLiteral("lacks the right") << false;
         QTest::newRow("router refuses TR-064 for the user (606)")
-            << QByteArray("{\"BoxAdmin\":2,\"Phone\":2,\"NAS\":2,\"Dial\":2}") << QStringList{QStringLiteral("dial"), QStringLiteral("123")}
+            << QByteArray("{\"BoxAdmin\":2,\"Phone\":2,\"NAS\":2,\"Dial\":2}")
+            << QStringList{QStringLiteral("dial"), QStringLiteral("123")}
             << QStringLiteral("TR-064 error 606") << true;
     }
     void refusedBeforeAnythingIsSent()
@@ -252,17 +285,22 @@ private slots:
         QFETCH(QString, message);
         QFETCH(bool, tr064Reached);
         TempEnv env;
-        SimulatorProcess sim({QStringLiteral("--scenario"),
-                              writeScenario(env, "{\"firmware\":\"lua\",\"users\":[{\"name\":\"anna\",\"password\":\"pw\",\"rights\":" + rights + "}]}")});
+        SimulatorProcess sim(
+            {QStringLiteral("--scenario"),
+             writeScenario(
+                 env, "{\"firmware\":\"lua\",\"users\":[{\"name\":\"anna\",\"password\":\"pw\",\"rights\":" +
+                          rights + "}]}")});
         QVERIFY(sim.isRunning());
-        QVERIFY(addLocation(env, sim.port(QStringLiteral("web")), sim.port(QStringLiteral("tr064")), QStringLiteral("anna"), "pw"));
+        QVERIFY(addLocation(env, sim.port(QStringLiteral("web")), sim.port(QStringLiteral("tr064")),
+                            QStringLiteral("anna"), "pw"));
         const CliResult r = runCli(env, args);
         QCOMPARE(r.exitCode, 1);
         QVERIFY2(r.err.startsWith("tondrel-cli: ") && r.err.count('\n') == 1, r.err.constData());
         QVERIFY2(QString::fromUtf8(r.err).contains(message), r.err.constData());
         QVERIFY(actionsOf(sim, QStringLiteral("dial")).isEmpty());
         bool reached = false;
-        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array()) {
+        for (const QJsonValue& v :
+             QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array()) {
             const QString path = v.toObject().value(QStringLiteral("path")).toString();
             reached = reached || path.startsWith(QStringLiteral("/upnp/control/"));
             QVERIFY(path != u"/fon_num/dial_foncalls.lua");
@@ -274,7 +312,8 @@ private slots:
     {
         // Older firmware asks for HTTP digest on the remote-access port before any page.
         TempEnv env;
-        SimulatorProcess sim({QStringLiteral("--https-port"), QStringLiteral("0"), QStringLiteral("--scenario"),
+        SimulatorProcess sim({QStringLiteral("--https-port"), QStringLiteral("0"),
+                              QStringLiteral("--scenario"),
                               writeScenario(env, "{\"remoteAuth\":\"digest\",\"users\":[{\"name\":\"anna\","
                                                  "\"password\":\"pw\"}]}")});
         QVERIFY(sim.isRunning());
@@ -322,7 +361,9 @@ private slots:
         const CliResult refused = runCli(env, {QStringLiteral("login")});
         QCOMPARE(refused.exitCode, 1);
         QVERIFY2(refused.err.contains("certificate"), refused.err.constData());
-        QVERIFY(QJsonDocument::fromJson(second.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
+        QVERIFY(QJsonDocument::fromJson(second.control("GET", QStringLiteral("/_sim/requests")))
+                    .array()
+                    .isEmpty());
 
         // Accepting the new certificate: the key is cleared and pinned again at the next login.
         QVERIFY(setKey(env, "RemoteCertificateKey", QString()));
@@ -356,7 +397,8 @@ private slots:
         clock.start();
         const CliResult r = runCli(env, args, {}, 30000);
         QCOMPARE(r.exitCode, 1);
-        QVERIFY2(r.err.startsWith("tondrel-cli: The router cannot be reached at 127.0.0.1:") && r.err.count('\n') == 1,
+        QVERIFY2(r.err.startsWith("tondrel-cli: The router cannot be reached at 127.0.0.1:") &&
+                     r.err.count('\n') == 1,
                  r.err.constData());
         QVERIFY(r.out.isEmpty());
         QVERIFY(clock.elapsed() < 20000);

@@ -38,8 +38,9 @@ Answer post(int port, const QByteArray& body)
     socket.connectToHost(u"127.0.0.1"_s, quint16(port));
     if (!socket.waitForConnected(5000))
         return {};
-    socket.write("POST /cgi-bin/firmwarecfg HTTP/1.0\r\nHost: 127.0.0.1\r\nContent-Type: multipart/form-data; boundary="
-                 + kBoundary + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
+    socket.write("POST /cgi-bin/firmwarecfg HTTP/1.0\r\nHost: 127.0.0.1\r\nContent-Type: "
+                 "multipart/form-data; boundary=" +
+                 kBoundary + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
     QByteArray response;
     while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead(5000))
         response += socket.readAll();
@@ -59,15 +60,19 @@ QByteArray exportForm(const QByteArray& password, const QByteArray& eol = "\n")
 
 QByteArray importForm(const QByteArray& password, const QByteArray& xml)
 {
-    return form({{field("login:command/password"), password},
-                 {field("PhonebookId"), "0"},
-                 {field("PhonebookImportFile") + "; filename=\"Phonebook.xml\"\nContent-Type: text/xml", xml}},
-                "\n");
+    return form(
+        {{field("login:command/password"), password},
+         {field("PhonebookId"), "0"},
+         {field("PhonebookImportFile") + "; filename=\"Phonebook.xml\"\nContent-Type: text/xml", xml}},
+        "\n");
 }
 
 int uploads(SimulatorProcess& sim)
 {
-    return QJsonDocument::fromJson(sim.control("GET", u"/_sim/phonebook"_s)).object().value(u"uploads"_s).toInt(-1);
+    return QJsonDocument::fromJson(sim.control("GET", u"/_sim/phonebook"_s))
+        .object()
+        .value(u"uploads"_s)
+        .toInt(-1);
 }
 } // namespace
 
@@ -89,10 +94,11 @@ void TestBoxsimPhonebook::exportNeedsThePassword_data()
     QTest::newRow("line feeds, right password") << exportForm("secret") << 200;
     QTest::newRow("CR LF, right password") << exportForm("secret", "\r\n") << 200;
     QTest::newRow("wrong password") << exportForm("nope") << 403;
-    QTest::newRow("unknown session")
-        << form({{field("sid"), "0123456789abcdef"}, {field("PhonebookId"), "0"}, {field("PhonebookExport"), "1"}},
-                "\n")
-        << 403;
+    QTest::newRow("unknown session") << form({{field("sid"), "0123456789abcdef"},
+                                              {field("PhonebookId"), "0"},
+                                              {field("PhonebookExport"), "1"}},
+                                             "\n")
+                                     << 403;
 }
 
 void TestBoxsimPhonebook::exportNeedsThePassword()
@@ -111,9 +117,10 @@ void TestBoxsimPhonebook::importIsKeptAndExportedInLatin1()
 {
     SimulatorProcess sim;
     QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
-    const QByteArray book = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><phonebooks><phonebook><contact><person>"
-                            "<realName>Jörg Łoś</realName></person><telephony><number type=\"home\">030</number>"
-                            "</telephony></contact></phonebook></phonebooks>";
+    const QByteArray book =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?><phonebooks><phonebook><contact><person>"
+        "<realName>Jörg Łoś</realName></person><telephony><number type=\"home\">030</number>"
+        "</telephony></contact></phonebook></phonebooks>";
     QCOMPARE(post(sim.port(u"web"_s), importForm("secret", QString::fromUtf8(book).toUtf8())).status, 200);
     QCOMPARE(uploads(sim), 1);
     const Answer answer = post(sim.port(u"web"_s), exportForm("secret"));
@@ -126,8 +133,9 @@ void TestBoxsimPhonebook::brokenImportKeepsTheBook_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QByteArray>("password");
-    QTest::newRow("cut off") << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><phonebooks><phonebook><contact>")
-                             << QByteArray("secret");
+    QTest::newRow("cut off")
+        << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><phonebooks><phonebook><contact>")
+        << QByteArray("secret");
     QTest::newRow("not a phone book") << QByteArray("<html></html>") << QByteArray("secret");
     QTest::newRow("wrong password") << QByteArray("<phonebooks><phonebook/></phonebooks>") << QByteArray("x");
 }

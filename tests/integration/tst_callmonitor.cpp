@@ -115,14 +115,17 @@ QStringList freePorts(int n)
 // A location on 127.0.0.1 with the given ports; false when the command line refuses it.
 bool addLocation(TempEnv& env, const QStringList& ports, const QByteArray& input = {})
 {
-    return runCli(env, QStringList{u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s} + ports, input).exitCode == 0;
+    return runCli(env, QStringList{u"location"_s, u"add"_s, u"--host"_s, u"127.0.0.1"_s} + ports, input)
+               .exitCode == 0;
 }
 
 // "tondrel-cli monitor" in the background.
 void startMonitor(QProcess& cli, const TempEnv& env, const QStringList& arguments)
 {
-    cli.start(QStringLiteral(TONDREL_CLI_PATH), QStringList{u"--config-dir"_s, env.configDir(), u"--data-dir"_s,
-                                                            env.dataDir(), u"--secrets"_s, u"file"_s} + arguments);
+    cli.start(QStringLiteral(TONDREL_CLI_PATH),
+              QStringList{u"--config-dir"_s, env.configDir(), u"--data-dir"_s, env.dataDir(), u"--secrets"_s,
+                          u"file"_s} +
+                  arguments);
 }
 
 } // namespace
@@ -141,7 +144,8 @@ private slots:
 
         QTest::newRow("incoming answered")
             << Steps{u"ring {\"caller\":\"0301234567\",\"called\":\"5551234\"}"_s,
-                     u"connect {\"connID\":0,\"extension\":\"11\"}"_s, u"disconnect {\"connID\":0,\"duration\":42}"_s}
+                     u"connect {\"connID\":0,\"extension\":\"11\"}"_s,
+                     u"disconnect {\"connID\":0,\"duration\":42}"_s}
             << 3 << QStringList{u"DISCONNECT/1/c/0301234567/5551234/11"_s} << u"611=1"_s
             << QStringList{u"Incoming call: Unknown caller"_s, u"Call ended: Unknown caller"_s};
         QTest::newRow("outgoing from a telephone")
@@ -150,16 +154,18 @@ private slots:
             << 3 << QStringList{u"DISCONNECT/3/c/0309876/5551234/1"_s} << u"1=1"_s
             << QStringList{u"Call ended: Unknown caller"_s};
         QTest::newRow("outgoing from the program")
-            << Steps{u"dial 0309876 2"_s, u"call {\"extension\":\"2\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
+            << Steps{u"dial 0309876 2"_s,
+                     u"call {\"extension\":\"2\",\"caller\":\"5551234\",\"called\":\"0309876\"}"_s,
                      u"disconnect {\"connID\":0}"_s}
             << 2 << QStringList{u"DISCONNECT/3/-/0309876/5551234/2"_s} << u"2=1"_s
             << QStringList{u"Please pick up the handset: Unknown caller"_s, u"No answer: Unknown caller"_s};
-        QTest::newRow("internal call") << Steps{u"dial **612 11"_s} << 0 << QStringList{} << u"611=3,612=3"_s
-                                       << QStringList{};
+        QTest::newRow("internal call")
+            << Steps{u"dial **612 11"_s} << 0 << QStringList{} << u"611=3,612=3"_s << QStringList{};
         QTest::newRow("withheld caller")
             << Steps{u"ring {\"caller\":\"\",\"called\":\"5551234\",\"trunk\":\"ISDN\"}"_s,
                      u"connect {\"connID\":0,\"extension\":\"4\"}"_s}
-            << 2 << QStringList{u"CONNECT/1/c//5551234/4"_s} << u"50=3,51=3,52=3,53=3,54=3,55=3,56=3,57=3,58=3,59=3"_s
+            << 2 << QStringList{u"CONNECT/1/c//5551234/4"_s}
+            << u"50=3,51=3,52=3,53=3,54=3,55=3,56=3,57=3,58=3,59=3"_s
             << QStringList{u"Incoming call: Number withheld"_s};
     }
     void sequences()
@@ -181,10 +187,12 @@ private slots:
         for (const QString& step : steps) {
             const QString verb = step.section(u' ', 0, 0);
             if (verb == u"dial") {
-                client.listener->addNewCallForExtensionForContact(step.section(u' ', 1, 1), step.section(u' ', 2, 2), {});
+                client.listener->addNewCallForExtensionForContact(step.section(u' ', 1, 1),
+                                                                  step.section(u' ', 2, 2), {});
                 continue;
             }
-            const QByteArray answer = sim.control("POST", u"/_sim/monitor/"_s + verb, step.section(u' ', 1).toUtf8());
+            const QByteArray answer =
+                sim.control("POST", u"/_sim/monitor/"_s + verb, step.section(u' ', 1).toUtf8());
             QVERIFY2(answer.contains("\"line\""), answer.constData());
         }
         QTRY_COMPARE(processed.count(), lines);
@@ -245,7 +253,8 @@ private slots:
         QProcess cli;
         startMonitor(cli, env, {u"--json"_s, u"monitor"_s, u"--count"_s, u"3"_s, u"--timeout"_s, u"60"_s});
         QVERIFY(waitForClients(sim, 1));
-        sim.control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301234567#\",\"called\":\"5551234\",\"date\":\"21.11.26 10:00:00\"}");
+        sim.control("POST", u"/_sim/monitor/ring"_s,
+                    "{\"caller\":\"0301234567#\",\"called\":\"5551234\",\"date\":\"21.11.26 10:00:00\"}");
         sim.control("POST", u"/_sim/monitor/connect"_s, "{\"connID\":0,\"extension\":\"1\"}");
         sim.control("POST", u"/_sim/monitor/disconnect"_s, "{\"connID\":0,\"duration\":75}");
         QVERIFY(cli.waitForFinished(20000));
@@ -288,7 +297,9 @@ private slots:
                              QString::number(sim.port(u"tr064"_s)), u"--monitor-port"_s,
                              QString::number(sim.port(u"monitor"_s)), u"--password-stdin"_s},
                             "secret\n"));
-        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"ListAferCall"_s, afterCall ? u"true"_s : u"false"_s}).exitCode, 0);
+        QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"ListAferCall"_s, afterCall ? u"true"_s : u"false"_s})
+                     .exitCode,
+                 0);
 
         QProcess cli;
         startMonitor(cli, env, {u"monitor"_s, u"--count"_s, u"2"_s, u"--timeout"_s, u"30"_s});
@@ -298,7 +309,8 @@ private slots:
         QVERIFY(cli.waitForFinished(20000));
         QCOMPARE(cli.exitCode(), 0);
 
-        const QJsonArray rows = QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"calls"_s, u"list"_s}).out).array();
+        const QJsonArray rows =
+            QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"calls"_s, u"list"_s}).out).array();
         QCOMPARE(rows.size(), afterCall ? 1 : 0);
         if (afterCall)
             QCOMPARE(rows[0].toObject().value(u"phonenumber"_s).toString(), u"0301234567"_s);
@@ -326,8 +338,8 @@ private slots:
         vcf.write("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:abc-1\r\nN:O'Brien;Anna;;;\r\nFN:Anna O'Brien\r\n"
                   "TEL;TYPE=WORK:+49 30 1234567\r\nEND:VCARD\r\n");
         vcf.close();
-        QVERIFY(addLocation(env, {u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--prefixes"_s,
-                                  u"00,49,0,30"_s}));
+        QVERIFY(addLocation(env, {u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)),
+                                  u"--prefixes"_s, u"00,49,0,30"_s}));
         QCOMPARE(runCli(env, {u"settings"_s, u"set"_s, u"AddressBook"_s, book}).exitCode, 0);
 
         QProcess cli;
@@ -355,7 +367,8 @@ private slots:
     {
         const QStringList ports = freePorts(3);
         const QString monitorPort = ports[1];
-        const QStringList fixed{u"--web-port"_s, ports[0], u"--monitor-port"_s, monitorPort, u"--tr064-port"_s, ports[2]};
+        const QStringList fixed{u"--web-port"_s, ports[0],          u"--monitor-port"_s,
+                                monitorPort,     u"--tr064-port"_s, ports[2]};
         auto sim = std::make_unique<SimulatorProcess>(fixed);
         QVERIFY2(sim->isRunning(), qPrintable(sim->error()));
 
@@ -367,7 +380,7 @@ private slots:
         sim->control("POST", u"/_sim/monitor/ring"_s, "{\"caller\":\"0301111111\",\"called\":\"5551234\"}");
         QTRY_VERIFY(cli.bytesAvailable() > 0 || cli.canReadLine());
 
-        sim.reset(); // the router goes down
+        sim.reset();        // the router goes down
         QTest::qWait(2500); // the monitor tries at least once against a closed port
         QCOMPARE(cli.state(), QProcess::Running);
         sim = std::make_unique<SimulatorProcess>(fixed);

@@ -43,13 +43,15 @@ bool writeDefinitions(const TempEnv& env, const QString& url)
     if (addLocation(env, u"00,49,0,30"_s).isEmpty() || !QDir().mkpath(env.dataDir()))
         return false;
     QFile defs(QDir(env.dataDir()).filePath(u"reverseSearch.plist"_s));
-    return defs.open(QIODevice::WriteOnly) && defs.write(u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
-           u"version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
-           u"<key>0049</key><dict><key>prefix</key><string>0</string><key>url</key><string>%1</string>"
-           u"<key>data</key><string>ph=##NUMBER##</string>"
-           u"<key>match</key><string>&lt;h1&gt;(.*?)&lt;/h1&gt;</string></dict></dict></dict></plist>\n"_s
-                                                      .arg(url)
-                                                      .toUtf8()) > 0;
+    return defs.open(QIODevice::WriteOnly) &&
+           defs.write(
+               u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+               u"version=\"1.0\"><dict><key>ReverseSearch</key><dict>"
+               u"<key>0049</key><dict><key>prefix</key><string>0</string><key>url</key><string>%1</string>"
+               u"<key>data</key><string>ph=##NUMBER##</string>"
+               u"<key>match</key><string>&lt;h1&gt;(.*?)&lt;/h1&gt;</string></dict></dict></dict></plist>\n"_s
+                   .arg(url)
+                   .toUtf8()) > 0;
 }
 } // namespace
 

@@ -35,9 +35,10 @@ QString writeScenario(const TempEnv& env, const QJsonObject& scenario)
 bool addLocation(const TempEnv& env, SimulatorProcess& sim, const QByteArray& password = "secret")
 {
     return runCli(env,
-                  {u"location"_s, u"add"_s, u"--name"_s, u"sim"_s, u"--host"_s, u"127.0.0.1"_s, u"--web-port"_s,
-                   QString::number(sim.port(u"web"_s)), u"--tr064-port"_s, QString::number(sim.port(u"tr064"_s)),
-                   u"--monitor-port"_s, QString::number(sim.port(u"monitor"_s)), u"--prefixes"_s, u"00,49,0,30"_s,
+                  {u"location"_s, u"add"_s, u"--name"_s, u"sim"_s, u"--host"_s, u"127.0.0.1"_s,
+                   u"--web-port"_s, QString::number(sim.port(u"web"_s)), u"--tr064-port"_s,
+                   QString::number(sim.port(u"tr064"_s)), u"--monitor-port"_s,
+                   QString::number(sim.port(u"monitor"_s)), u"--prefixes"_s, u"00,49,0,30"_s,
                    u"--password-stdin"_s},
                   password + "\n")
                .exitCode == 0;
@@ -58,8 +59,8 @@ private slots:
 
     void importFileThenListAndExport()
     {
-        CliResult r = runCli(m_env, {u"calls"_s, u"import"_s, u"--file"_s,
-                                     dataFile(u"libfritzpp_fw74.04.86_foncalls.csv"_s)});
+        CliResult r = runCli(
+            m_env, {u"calls"_s, u"import"_s, u"--file"_s, dataFile(u"libfritzpp_fw74.04.86_foncalls.csv"_s)});
         QVERIFY2(r.exitCode == 0, r.err.constData());
         QCOMPARE(r.out.trimmed(), QByteArray("14"));
 
@@ -121,10 +122,14 @@ private slots:
         QFETCH(QString, language);
         QFETCH(QString, path);
         TempEnv env;
-        SimulatorProcess sim({u"--scenario"_s, writeScenario(env, QJsonObject{
-            {u"firmware"_s, firmware}, {u"language"_s, language},
-            {u"journal"_s, QJsonArray{u"1;14.03.26 09:05;;0301234;Küche;5550001;0:12"_s,
-                                      u"4;13.03.26 19:00;;089777;Küche;5550001;0:02"_s}}})});
+        SimulatorProcess sim(
+            {u"--scenario"_s,
+             writeScenario(
+                 env,
+                 QJsonObject{{u"firmware"_s, firmware},
+                             {u"language"_s, language},
+                             {u"journal"_s, QJsonArray{u"1;14.03.26 09:05;;0301234;Küche;5550001;0:12"_s,
+                                                       u"4;13.03.26 19:00;;089777;Küche;5550001;0:02"_s}}})});
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
         QVERIFY(addLocation(env, sim));
 
@@ -134,7 +139,8 @@ private slots:
         QVERIFY(sim.control("GET", u"/_sim/requests"_s).contains(path.toUtf8()));
 
         // A call that ends on the call monitor is written at the head of the router's journal.
-        QVERIFY(!sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0170111","called":"5550001"})").isNull());
+        QVERIFY(!sim.control("POST", u"/_sim/monitor/ring"_s, R"({"caller":"0170111","called":"5550001"})")
+                     .isNull());
         QVERIFY(!sim.control("POST", u"/_sim/monitor/disconnect"_s, R"({"connID":0})").isNull());
         r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
         QVERIFY2(r.exitCode == 0, r.err.constData());
@@ -165,24 +171,29 @@ private slots:
         QJsonArray journal;
         for (int i = 0; i < 60; ++i)
             journal.append(u"1;%1.02.26 10:%2;;0301%3;;5550001;0:01"_s.arg(28 - i / 3, 2, 10, QChar(u'0'))
-                               .arg(50 - i % 3 * 10).arg(i));
+                               .arg(50 - i % 3 * 10)
+                               .arg(i));
         TempEnv env;
-        SimulatorProcess sim({u"--scenario"_s, writeScenario(env, QJsonObject{{u"journal"_s, journal},
-                                                                              {u"journalChunkDelayMs"_s, 10}})});
+        SimulatorProcess sim(
+            {u"--scenario"_s,
+             writeScenario(env, QJsonObject{{u"journal"_s, journal}, {u"journalChunkDelayMs"_s, 10}})});
         QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
         QVERIFY(addLocation(env, sim));
         CliResult r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
         QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 60);
         QVERIFY(!object(sim.control("GET", u"/_sim/journal/stats"_s)).value(u"closedEarly"_s).toBool());
 
-        QVERIFY(!sim.control("POST", u"/_sim/journal/add"_s,
-                             R"({"type":3,"date":"01.03.26 08:00","number":"0401","extension":"Büro","line":"5550001","duration":"0:03"})")
-                     .isNull());
+        QVERIFY(
+            !sim.control(
+                    "POST", u"/_sim/journal/add"_s,
+                    R"({"type":3,"date":"01.03.26 08:00","number":"0401","extension":"Büro","line":"5550001","duration":"0:03"})")
+                 .isNull());
         r = runCli(env, {u"--json"_s, u"calls"_s, u"import"_s});
         QCOMPARE(object(r.out).value(u"imported"_s).toInt(), 1);
         // The client stopped reading once the newest stored call went by.
         QJsonObject stats;
-        QTRY_VERIFY((stats = object(sim.control("GET", u"/_sim/journal/stats"_s))).value(u"closedEarly"_s).toBool());
+        QTRY_VERIFY(
+            (stats = object(sim.control("GET", u"/_sim/journal/stats"_s))).value(u"closedEarly"_s).toBool());
         QVERIFY(stats.value(u"bytesSent"_s).toInt() < stats.value(u"bytesTotal"_s).toInt() / 2);
     }
 

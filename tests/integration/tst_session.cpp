@@ -24,7 +24,8 @@ namespace {
 int loginRequests(SimulatorProcess& sim)
 {
     int n = 0;
-    for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array())
+    for (const QJsonValue& v :
+         QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array())
         if (v.toObject().value(QStringLiteral("path")).toString() == u"/login_sid.lua")
             ++n;
     return n;
@@ -78,12 +79,14 @@ private slots:
 
     void blockTimeIsRespectedWithoutARequest()
     {
-        SimulatorProcess sim({QStringLiteral("--scenario"), scenario("{\"blockAfterFailures\":1,\"blockTime\":60}")});
+        SimulatorProcess sim(
+            {QStringLiteral("--scenario"), scenario("{\"blockAfterFailures\":1,\"blockTime\":60}")});
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("wrong"));
         QObject observer;
         int statusBar = 0;
-        m_center.addObserver(&observer, Notifications::ADDSTATUSBAR, [&](const Notification&) { ++statusBar; });
+        m_center.addObserver(&observer, Notifications::ADDSTATUSBAR,
+                             [&](const Notification&) { ++statusBar; });
 
         const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultBlocked));
@@ -142,8 +145,8 @@ private slots:
         QCOMPARE(b->session->requestCount, 1);
         // No successful login stamped the session: the router may be back at the next call.
         RouterFailure failure;
-        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(),
-                                                       b->prefs.get(), *b->router, &failure),
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"),
+                                                       QString(), b->prefs.get(), *b->router, &failure),
                  QStringLiteral(" "));
         QCOMPARE(b->session->requestCount, 2);
         QVERIFY(!failure);
@@ -158,12 +161,13 @@ private slots:
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
         sim.control("POST", QStringLiteral("/_sim/clear"));
         b->router->sessionID = QStringLiteral("-2");
-        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"), QString(),
-                                                       b->prefs.get(), *b->router),
+        QCOMPARE(FBBoxConnectionHelper::dialWithAction(QStringLiteral("query"), QStringLiteral("&a=a"),
+                                                       QString(), b->prefs.get(), *b->router),
                  QString());
         QCOMPARE(b->router->sessionID, QString());
         QCOMPARE(b->router->remoteSessionID, QString());
-        QVERIFY(QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
+        QVERIFY(
+            QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/requests"))).array().isEmpty());
     }
 
     void wlanOffAsksTheSecondRadioOnlyWhenItExists_data()
@@ -182,9 +186,11 @@ private slots:
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
         b->prefs->tr064Port = sim.port(QStringLiteral("tr064"));
         b->router->WLANStatus = status;
-        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get(), *b->router);
+        FBBoxConnectionHelper::dialWithAction(QStringLiteral("WLANoff"), QString(), QString(), b->prefs.get(),
+                                              *b->router);
         int soap = 0;
-        for (const QJsonValue& v : QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
+        for (const QJsonValue& v :
+             QJsonDocument::fromJson(sim.control("GET", QStringLiteral("/_sim/actions"))).array())
             soap += v.toObject().value(QStringLiteral("via")).toString() == u"tr064";
         QCOMPARE(soap, requests);
     }
@@ -196,8 +202,10 @@ private slots:
         QTest::addColumn<QString>("marker");
         const QByteArray lua = "{\"firmware\":\"lua\"}";
         const QByteArray form = "{\"firmware\":\"form\"}";
-        QTest::newRow("WLAN page, Lua") << lua << QStringLiteral("getWLAN") << QStringLiteral("<!-- pagename:/wlan/wlan_settings.lua-->");
-        QTest::newRow("WLAN page, older firmware") << form << QStringLiteral("getWLAN") << QStringLiteral("name=\"var:pagename\" value=\"common\"");
+        QTest::newRow("WLAN page, Lua")
+            << lua << QStringLiteral("getWLAN") << QStringLiteral("<!-- pagename:/wlan/wlan_settings.lua-->");
+        QTest::newRow("WLAN page, older firmware")
+            << form << QStringLiteral("getWLAN") << QStringLiteral("name=\"var:pagename\" value=\"common\"");
     }
     void fetchedPagesCarryTheirMarker()
     {
@@ -207,11 +215,13 @@ private slots:
         SimulatorProcess sim({QStringLiteral("--scenario"), this->scenario(scenario)});
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
-        const QString page = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
+        const QString page =
+            FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
         QVERIFY2(page.contains(marker), qPrintable(page));
         // With a session the router no longer knows, its login page is the answer.
         b->router->sessionID = QStringLiteral("0123456789abcdef");
-        const QString login = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
+        const QString login =
+            FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), b->prefs.get(), *b->router);
         QVERIFY(login.contains(QStringLiteral("<input type=\"password\"")));
     }
 
@@ -232,15 +242,16 @@ private slots:
 
     void usersLastMarkedNameIsUsedWithoutAUserName()
     {
-        SimulatorProcess sim({QStringLiteral("--scenario"),
-                              scenario("{\"users\":[{\"name\":\"fritz1234\",\"password\":\"pw\",\"rights\":{\"Dial\":2,\"App\":2}}]}")});
+        SimulatorProcess sim(
+            {QStringLiteral("--scenario"), scenario("{\"users\":[{\"name\":\"fritz1234\",\"password\":\"pw\","
+                                                    "\"rights\":{\"Dial\":2,\"App\":2}}]}")});
         QVERIFY(sim.isRunning());
         auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("pw"));
         const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
         QCOMPARE(b->session->sessionResult, int(TNSessionResultLoggedIn));
         QCOMPARE(b->router->sessionID.size(), 16);
-        QCOMPARE(b->session->userRights, uint(TNSessionRightBase | TNSessionRightDialLocal | RightBoxAdminNone
-                                             | TNSessionRightPhoneNone | RightNASNone));
+        QCOMPARE(b->session->userRights, uint(TNSessionRightBase | TNSessionRightDialLocal |
+                                              RightBoxAdminNone | TNSessionRightPhoneNone | RightNASNone));
         // Reading the TR-064 switch is a Lua query, which needs the administration right.
         QCOMPARE(failure.kind, RouterFailure::Kind::MissingRight);
         QVERIFY(failure.message.contains(QStringLiteral("lacks the right")));

@@ -49,13 +49,15 @@ void TestSetupCli::locationComesFromTheRouter_data()
     QTest::addColumn<int>("remotePort");
     QTest::addColumn<QString>("remoteUser");
 
-    const QByteArray base = R"("telcfg:settings/Location/LKZ":"41","telcfg:settings/Location/LKZPrefix":"00",)"
-                            R"("telcfg:settings/Location/OKZ":"44","telcfg:settings/Location/OKZPrefix":"0",)"
-                            R"("telcfg:settings/DialPort":"52","ddns:settings/account0/domain":"home.dyndns.org",)"
-                            R"("remoteman:settings/username":"remote")";
+    const QByteArray base =
+        R"("telcfg:settings/Location/LKZ":"41","telcfg:settings/Location/LKZPrefix":"00",)"
+        R"("telcfg:settings/Location/OKZ":"44","telcfg:settings/Location/OKZPrefix":"0",)"
+        R"("telcfg:settings/DialPort":"52","ddns:settings/account0/domain":"home.dyndns.org",)"
+        R"("remoteman:settings/username":"remote")";
     QTest::newRow("MyFRITZ! registered")
-        << base + R"(,"jasonii:settings/is_box_registered":"1","jasonii:settings/enabled":"1",)"
-                  R"("jasonii:settings/dyndnsname":"abc123.myfritz.net","jasonii:settings/user_email":"a@example.org")"
+        << base +
+               R"(,"jasonii:settings/is_box_registered":"1","jasonii:settings/enabled":"1",)"
+               R"("jasonii:settings/dyndnsname":"abc123.myfritz.net","jasonii:settings/user_email":"a@example.org")"
         << u"abc123.myfritz.net"_s << 443 << QString();
     QTest::newRow("dynamic DNS with its port and user")
         << base + R"(,"remoteman:settings/https_port":"4443")" << u"home.dyndns.org"_s << 4443 << u"remote"_s;
@@ -68,7 +70,8 @@ void TestSetupCli::locationComesFromTheRouter()
     QFETCH(int, remotePort);
     QFETCH(QString, remoteUser);
     TempEnv env;
-    SimulatorProcess sim({u"--scenario"_s, writeScenario(env, "{" + kUsers + ",\"variables\":{" + variables + "}}")});
+    SimulatorProcess sim(
+        {u"--scenario"_s, writeScenario(env, "{" + kUsers + ",\"variables\":{" + variables + "}}")});
     QVERIFY2(sim.isRunning(), qPrintable(sim.error()));
 
     const CliResult r = setup(env, sim, "pw");
@@ -104,7 +107,8 @@ void TestSetupCli::nothingIsWrittenOnFailure_data()
     QTest::newRow("user without the settings right")
         << QByteArray(R"({"users":[{"name":"anna","password":"pw","rights":{"Dial":2,"Phone":2}}]})")
         << QByteArray("pw") << QByteArray("no right to change the router's settings");
-    QTest::newRow("wrong password") << "{" + kUsers + "}" << QByteArray("nope") << QByteArray("tondrel-cli: ");
+    QTest::newRow("wrong password") << "{" + kUsers + "}" << QByteArray("nope")
+                                    << QByteArray("tondrel-cli: ");
 }
 
 void TestSetupCli::nothingIsWrittenOnFailure()
@@ -118,7 +122,8 @@ void TestSetupCli::nothingIsWrittenOnFailure()
     const CliResult r = setup(env, sim, password);
     QCOMPARE(r.exitCode, 1);
     QVERIFY2(r.err.contains(message), r.err.constData());
-    QVERIFY(QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"location"_s, u"list"_s}).out).array().isEmpty());
+    QVERIFY(
+        QJsonDocument::fromJson(runCli(env, {u"--json"_s, u"location"_s, u"list"_s}).out).array().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestSetupCli)

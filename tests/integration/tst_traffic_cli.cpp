@@ -14,11 +14,10 @@ namespace {
 bool addLocation(const TempEnv& env, int webPort)
 {
     return runCli(env,
-                  {u"location"_s, u"add"_s, u"--name"_s, u"sim"_s, u"--host"_s, u"127.0.0.1"_s, u"--web-port"_s,
-                   QString::number(webPort), u"--password-stdin"_s},
+                  {u"location"_s, u"add"_s, u"--name"_s, u"sim"_s, u"--host"_s, u"127.0.0.1"_s,
+                   u"--web-port"_s, QString::number(webPort), u"--password-stdin"_s},
                   "secret\n")
-               .exitCode
-           == 0;
+               .exitCode == 0;
 }
 
 QList<QJsonObject> records(const QByteArray& out)
@@ -90,7 +89,8 @@ void TestTrafficCli::zerosWhileNoRouterAnswers()
     const auto list = records(r.out);
     QCOMPARE(list.size(), 2);
     for (const QJsonObject& record : list) {
-        for (const char* key : {"ds_internet", "ds_tv", "us_realtime", "us_important", "us_default", "us_low"})
+        for (const char* key :
+             {"ds_internet", "ds_tv", "us_realtime", "us_important", "us_default", "us_low"})
             QCOMPARE(texts(record.value(QLatin1String(key))), QStringList{u"0"_s});
         QCOMPARE(record.value(u"max_ds"_s).toString(), u"0"_s);
         QCOMPARE(record.value(u"max_us"_s).toString(), u"0"_s);

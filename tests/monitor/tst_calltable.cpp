@@ -37,7 +37,7 @@ struct Table
     CallTable table{{[p = prefs] { return p; }, store, clock, names}};
     QStringList announced; // event words of the lines worth a notification
     QList<int> scripts;
-    QStringList lookups;   // numbers worth a reverse lookup
+    QStringList lookups; // numbers worth a reverse lookup
 
     Table()
     {
@@ -102,7 +102,8 @@ private slots:
 
         using S = TNScriptManager::CallState;
         QTest::newRow("incoming answered")
-            << QStringList{u"RING;0;0301234567#;5551234;SIP0;"_s, u"CONNECT;0;11;0301234567;"_s, u"DISCONNECT;0;65;"_s}
+            << QStringList{u"RING;0;0301234567#;5551234;SIP0;"_s, u"CONNECT;0;11;0301234567;"_s,
+                           u"DISCONNECT;0;65;"_s}
             << false << QStringList{u"DISCONNECT/1/c/65/0301234567/5551234/SIP0/11/Kitchen"_s} << u"611=1"_s
             << QStringList{u"RING"_s, u"DISCONNECT"_s} << QList<int>{S::Ringing, S::IncomingEnded};
         QTest::newRow("incoming missed")
@@ -111,40 +112,44 @@ private slots:
             << QStringList{u"RING"_s, u"DISCONNECT"_s} << QList<int>{S::Ringing, S::IncomingEnded};
         QTest::newRow("withheld caller answered on the ISDN bus")
             << QStringList{u"RING;2;;5551234;ISDN;"_s, u"CONNECT;2;4;;"_s, u"DISCONNECT;2;12;"_s} << false
-            << QStringList{u"DISCONNECT/1/c/12//5551234/ISDN/4/"_s} << isdnFree << QStringList{u"RING"_s, u"DISCONNECT"_s}
-            << QList<int>{S::Ringing, S::IncomingEnded};
+            << QStringList{u"DISCONNECT/1/c/12//5551234/ISDN/4/"_s} << isdnFree
+            << QStringList{u"RING"_s, u"DISCONNECT"_s} << QList<int>{S::Ringing, S::IncomingEnded};
         QTest::newRow("ISDN bus busy while another connection still uses it")
-            << QStringList{u"RING;2;0301;5551234;ISDN;"_s, u"CONNECT;2;4;;"_s, u"CALL;3;4;5551234;0309;ISDN;"_s,
-                           u"DISCONNECT;2;12;"_s}
+            << QStringList{u"RING;2;0301;5551234;ISDN;"_s, u"CONNECT;2;4;;"_s,
+                           u"CALL;3;4;5551234;0309;ISDN;"_s, u"DISCONNECT;2;12;"_s}
             << false << QStringList{u"DISCONNECT/1/c/12/0301/5551234/ISDN/4/"_s} << isdnBusy
             << QStringList{u"RING"_s, u"DISCONNECT"_s} << QList<int>{S::Ringing, S::IncomingEnded};
         QTest::newRow("outgoing from a telephone, shown when wanted")
-            << QStringList{u"CALL;1;1;5551234;0309876#;SIP0;"_s, u"CONNECT;1;1;0309876;"_s, u"DISCONNECT;1;30;"_s}
+            << QStringList{u"CALL;1;1;5551234;0309876#;SIP0;"_s, u"CONNECT;1;1;0309876;"_s,
+                           u"DISCONNECT;1;30;"_s}
             << true << QStringList{u"DISCONNECT/3/c/30/0309876/5551234/SIP0/1/Fax"_s} << u"1=1"_s
             << QStringList{u"DISCONNECT"_s} << QList<int>{S::OutgoingEnded};
         QTest::newRow("outgoing from a telephone, not wanted")
-            << QStringList{u"CALL;1;2;5551234;0309876;SIP0;"_s, u"CONNECT;1;2;0309876;"_s, u"DISCONNECT;1;30;"_s}
+            << QStringList{u"CALL;1;2;5551234;0309876;SIP0;"_s, u"CONNECT;1;2;0309876;"_s,
+                           u"DISCONNECT;1;30;"_s}
             << false << QStringList{} << u"2=1"_s << QStringList{} << QList<int>{};
-        QTest::newRow("hidden line")
-            << QStringList{u"RING;0;0301234567;5550000;SIP1;"_s, u"CONNECT;0;11;0301234567;"_s, u"DISCONNECT;0;5;"_s}
-            << false << QStringList{} << u"611=1"_s << QStringList{} << QList<int>{};
+        QTest::newRow("hidden line") << QStringList{u"RING;0;0301234567;5550000;SIP1;"_s,
+                                                    u"CONNECT;0;11;0301234567;"_s, u"DISCONNECT;0;5;"_s}
+                                     << false << QStringList{} << u"611=1"_s << QStringList{} << QList<int>{};
         QTest::newRow("two calls at once")
             << QStringList{u"RING;0;0301111111;5551234;SIP0;"_s, u"RING;1;0302222222;5551234;SIP0;"_s,
                            u"CONNECT;1;10;0302222222;"_s, u"DISCONNECT;0;0;"_s, u"DISCONNECT;1;20;"_s}
             << false
-            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s, u"DISCONNECT/1/c/20/0302222222/5551234/SIP0/10/"_s}
+            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s,
+                           u"DISCONNECT/1/c/20/0302222222/5551234/SIP0/10/"_s}
             << u"610=1"_s << QStringList{u"RING"_s, u"RING"_s, u"DISCONNECT"_s, u"DISCONNECT"_s}
             << QList<int>{S::Ringing, S::Ringing, S::IncomingEnded, S::IncomingEnded};
         QTest::newRow("a reused connection id starts a new record")
-            << QStringList{u"RING;0;0301111111;5551234;SIP0;"_s, u"DISCONNECT;0;0;"_s, u"RING;0;0302222222;5551234;SIP0;"_s,
-                           u"CONNECT;0;1;0302222222;"_s}
+            << QStringList{u"RING;0;0301111111;5551234;SIP0;"_s, u"DISCONNECT;0;0;"_s,
+                           u"RING;0;0302222222;5551234;SIP0;"_s, u"CONNECT;0;1;0302222222;"_s}
             << false
-            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s, u"CONNECT/1/c//0302222222/5551234/SIP0/1/Fax"_s}
+            << QStringList{u"DISCONNECT/2/-/0/0301111111/5551234/SIP0//"_s,
+                           u"CONNECT/1/c//0302222222/5551234/SIP0/1/Fax"_s}
             << u"1=2"_s << QStringList{u"RING"_s, u"DISCONNECT"_s, u"RING"_s}
             << QList<int>{S::Ringing, S::IncomingEnded, S::Ringing};
         QTest::newRow("connect of an unknown call still sets the extension")
-            << QStringList{u"CONNECT;5;12;0301234567;"_s} << false << QStringList{} << u"612=2"_s << QStringList{}
-            << QList<int>{};
+            << QStringList{u"CONNECT;5;12;0301234567;"_s} << false << QStringList{} << u"612=2"_s
+            << QStringList{} << QList<int>{};
     }
     void sequences()
     {
@@ -188,8 +193,8 @@ private slots:
     {
         Table t;
         t.store.setValue(keys::MonitorOpenExternCalls, true);
-        QVERIFY(t.feed({u"RING;0;0307777777;5551234;SIP0;"_s, u"RING;1;0301111111;5551234;SIP0;"_s, u"RING;2;;5551234;SIP0;"_s,
-                        u"CALL;3;1;5551234;0302222222;SIP0;"_s}));
+        QVERIFY(t.feed({u"RING;0;0307777777;5551234;SIP0;"_s, u"RING;1;0301111111;5551234;SIP0;"_s,
+                        u"RING;2;;5551234;SIP0;"_s, u"CALL;3;1;5551234;0302222222;SIP0;"_s}));
         QCOMPARE(t.table.calls().at(0).contact, (QStringList{u"ab-7"_s, u"Vera"_s, u"home"_s}));
         // Known callers and withheld numbers need no lookup.
         QCOMPARE(t.lookups, (QStringList{u"0301111111"_s, u"0302222222"_s}));
@@ -210,7 +215,8 @@ private slots:
         QVERIFY(dialled);
         QCOMPARE(t.summaries(), QStringList{u"DIAL/3/-//0309876///1/Fax"_s});
         QCOMPARE(t.states(), u"1=2"_s);
-        QVERIFY(t.feed({u"CALL;3;1;5551234;0309876;SIP0;"_s, u"CONNECT;3;1;0309876;"_s, u"DISCONNECT;3;8;"_s}));
+        QVERIFY(
+            t.feed({u"CALL;3;1;5551234;0309876;SIP0;"_s, u"CONNECT;3;1;0309876;"_s, u"DISCONNECT;3;8;"_s}));
         QCOMPARE(t.summaries(), QStringList{u"DISCONNECT/3/c/8/0309876/5551234/SIP0/1/Fax"_s});
         QCOMPARE(t.table.calls().at(0).contactName(), u"Bob"_s);
         QVERIFY(t.table.calls().at(0).calltime.isEmpty()); // the program dialled it: no router time

@@ -28,8 +28,8 @@ public:
     uint nextId = 100;
 
 public slots:
-    uint Notify(const QString& app, uint replaces, const QString&, const QString& summary, const QString& body,
-                const QStringList& actions, const QVariantMap& hints, int)
+    uint Notify(const QString& app, uint replaces, const QString&, const QString& summary,
+                const QString& body, const QStringList& actions, const QVariantMap& hints, int)
     {
         calls.append({app, replaces, summary, body, actions, hints});
         return replaces ? replaces : nextId++;
@@ -73,8 +73,8 @@ private slots:
         DBusNotificationPresenter presenter(QDBusConnection::connectToBus(m_address, u"client"_s));
         QVERIFY(presenter.isAvailable());
 
-        CallNotification ring{u"uid-1"_s, u"Incoming call"_s, u"Unknown caller"_s, u"0301234567\nLine: 5551234"_s,
-                              u"0301234567"_s};
+        CallNotification ring{u"uid-1"_s, u"Incoming call"_s, u"Unknown caller"_s,
+                              u"0301234567\nLine: 5551234"_s, u"0301234567"_s};
         const QVariant handle = presenter.deliver(ring, {});
         QTRY_COMPARE(m_server.calls.size(), 1);
         const auto first = m_server.calls.at(0);
@@ -94,8 +94,8 @@ private slots:
 
         // A click on the notification reports the call.
         QSignalSpy clicked(&presenter, &NotificationPresenter::activated);
-        QDBusMessage signal = QDBusMessage::createSignal(DBusNotificationPresenter::Path, DBusNotificationPresenter::Service,
-                                                         u"ActionInvoked"_s);
+        QDBusMessage signal = QDBusMessage::createSignal(
+            DBusNotificationPresenter::Path, DBusNotificationPresenter::Service, u"ActionInvoked"_s);
         signal << 100u << u"default"_s;
         QVERIFY(QDBusConnection(u"service"_s).send(signal));
         QTRY_COMPARE(clicked.count(), 1);
@@ -109,7 +109,8 @@ private slots:
     {
         m_server.calls.clear();
         DBusNotificationPresenter presenter(QDBusConnection::connectToBus(m_address, u"client"_s));
-        presenter.deliver({u"uid-2"_s, u"Missed call"_s, u"Number withheld"_s, u"\n21.11.26 10:00:00"_s, QString()}, {});
+        presenter.deliver(
+            {u"uid-2"_s, u"Missed call"_s, u"Number withheld"_s, u"\n21.11.26 10:00:00"_s, QString()}, {});
         QTRY_COMPARE(m_server.calls.size(), 1);
         QVERIFY(m_server.calls.at(0).actions.isEmpty());
     }

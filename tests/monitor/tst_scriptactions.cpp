@@ -15,10 +15,11 @@ private slots:
     {
         QTemporaryDir tmp;
         const QString dir = tmp.filePath(u"scripts"_s); // made on first save
-        const QVariantList actions{
-            QVariantMap{{u"Name"_s, u"Pause music"_s}, {u"States"_s, QVariantList{true, false, false, true}},
-                        {u"Params"_s, QStringList{u"Spotify"_s, u"ä ö ü"_s}}, {u"Version"_s, 3}},
-            QVariantMap{{u"Name"_s, u"Log calls"_s}, {u"Volume"_s, 0.5}}};
+        const QVariantList actions{QVariantMap{{u"Name"_s, u"Pause music"_s},
+                                               {u"States"_s, QVariantList{true, false, false, true}},
+                                               {u"Params"_s, QStringList{u"Spotify"_s, u"ä ö ü"_s}},
+                                               {u"Version"_s, 3}},
+                                   QVariantMap{{u"Name"_s, u"Log calls"_s}, {u"Volume"_s, 0.5}}};
         QVERIFY(methods::saveScriptActions(actions, dir));
         QFile f(QDir(dir).filePath(u"ScriptActions.plist"_s));
         QVERIFY(f.open(QIODevice::ReadOnly));
@@ -39,10 +40,10 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("missing file") << QByteArray();
         QTest::newRow("not a property list") << QByteArray("ScriptActions = (1, 2)");
-        QTest::newRow("list at the top instead of a dictionary")
-            << QByteArray("<?xml version=\"1.0\"?><plist version=\"1.0\"><array><string>x</string></array></plist>");
-        QTest::newRow("dictionary without the key")
-            << QByteArray("<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>Other</key><true/></dict></plist>");
+        QTest::newRow("list at the top instead of a dictionary") << QByteArray(
+            "<?xml version=\"1.0\"?><plist version=\"1.0\"><array><string>x</string></array></plist>");
+        QTest::newRow("dictionary without the key") << QByteArray(
+            "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>Other</key><true/></dict></plist>");
     }
     void unreadableFilesGiveAnEmptyList()
     {

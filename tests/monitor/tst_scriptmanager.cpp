@@ -61,9 +61,11 @@ private slots:
         const QDir dir(m_dir.path());
         writeScript(dir, u"args"_s, "printf '%s|' \"$@\" >> \"$0.log\"; echo >> \"$0.log\"\n");
         TNScriptManager manager(dir.path());
-        manager.threadExecuteAppleScripts(1, call(u"u-args"_s), QVariantList{QVariant(row(u"args"_s, true, false, false, false))}, {});
+        manager.threadExecuteAppleScripts(
+            1, call(u"u-args"_s), QVariantList{QVariant(row(u"args"_s, true, false, false, false))}, {});
         QCOMPARE(logLines(dir, u"args"_s),
-                 QStringList{u"0301234567|Anna Berg|ab-1|5551234|Mobile|3|org.tondrel.Tondrel|Offer|call back|"_s});
+                 QStringList{
+                     u"0301234567|Anna Berg|ab-1|5551234|Mobile|3|org.tondrel.Tondrel|Offer|call back|"_s});
     }
 
     void statesAndExtraParameters_data()
@@ -83,9 +85,12 @@ private slots:
         const QDir dir(tmp.path());
         // Each script logs its name and the arguments after the nine call fields.
         for (const QString& n : {u"a"_s, u"b"_s, u"c"_s})
-            writeScript(dir, n, "shift 9; echo \"$(basename \"$0\"):$*\" >> \"" + dir.filePath(u"ran.log"_s).toUtf8() + "\"\n");
-        const QVariantList table{row(u"a"_s, true, false, false, false), row(u"missing"_s, true, true, true, true),
-                                 row(u"b"_s, true, true, false, false), row(u"c"_s, false, false, false, true)};
+            writeScript(dir, n,
+                        "shift 9; echo \"$(basename \"$0\"):$*\" >> \"" +
+                            dir.filePath(u"ran.log"_s).toUtf8() + "\"\n");
+        const QVariantList table{
+            row(u"a"_s, true, false, false, false), row(u"missing"_s, true, true, true, true),
+            row(u"b"_s, true, true, false, false), row(u"c"_s, false, false, false, true)};
         const QVariantMap params{{u"a"_s, QStringList{u"x"_s}}, {u"b"_s, QStringList{u"y"_s}}};
         TNScriptManager manager(dir.path());
         manager.threadExecuteAppleScripts(state, call(u"u1"_s), table, params);
@@ -123,7 +128,8 @@ private slots:
         QTest::newRow("missing file") << u"nothere"_s << QByteArray() << true << QString();
         QTest::newRow("not executable") << u"plain"_s << QByteArray("echo hi\n") << false << QString();
         QTest::newRow("failing") << u"fails"_s << QByteArray("echo partial; exit 3\n") << true << QString();
-        QTest::newRow("hanging is killed") << u"hangs"_s << QByteArray("exec sleep 30\n") << true << QString();
+        QTest::newRow("hanging is killed")
+            << u"hangs"_s << QByteArray("exec sleep 30\n") << true << QString();
         QTest::newRow("name leaving the folder") << u"../escape"_s << QByteArray() << true << QString();
     }
     void misbehavingScripts()

@@ -51,10 +51,15 @@ public:
 class ThreadedResolver final : public CallerNameResolver
 {
 public:
-    QStringList searchNameForPhonenumber(const QString&) override { return {QString(), QString(), QString()}; }
+    QStringList searchNameForPhonenumber(const QString&) override
+    {
+        return {QString(), QString(), QString()};
+    }
     void reverseSearchInBackground(const QString& connID, const QString& number, ReverseResult done) override
     {
-        std::thread([connID, number, done] { done(connID, QStringLiteral("Pizzeria ") + number.right(2)); }).detach();
+        std::thread([connID, number, done] {
+            done(connID, QStringLiteral("Pizzeria ") + number.right(2));
+        }).detach();
     }
 };
 
@@ -188,7 +193,7 @@ private slots:
         int posted = 0;
         QObject context;
         h.center.addObserver(&context, Notifications::RELOADCURRENTCALLS,
-                                                        [&](const Notification&) { ++posted; });
+                             [&](const Notification&) { ++posted; });
         QSignalSpy processed(h.listener.get(), &StreamListener::lineProcessed);
         h.listener->processBytes(line.toUtf8() + "\n");
         QCOMPARE(summaries(*h.listener), before);
@@ -204,7 +209,7 @@ private slots:
         int reloads = 0;
         QObject context;
         h.center.addObserver(&context, Notifications::RELOADCURRENTCALLS,
-                                                        [&](const Notification&) { ++reloads; });
+                             [&](const Notification&) { ++reloads; });
         h.feed({L(u"RING;0;0301234567;5550000;SIP1;"_s), L(u"DISCONNECT;0;0;"_s)}); // a hidden call
         QCOMPARE(reloads, 2);
         QVERIFY(h.listener->monitorCalls().isEmpty());
@@ -216,38 +221,44 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("subtitle");
         QTest::addColumn<QString>("body");
-        const QVariantMap ring{{u"cmd"_s, u"RING"_s}, {u"number"_s, u"0301234567"_s}, {u"line"_s, u"5551234"_s}, {u"calltype"_s, 1},
+        const QVariantMap ring{{u"cmd"_s, u"RING"_s},
+                               {u"number"_s, u"0301234567"_s},
+                               {u"line"_s, u"5551234"_s},
+                               {u"calltype"_s, 1},
                                {u"calltime"_s, u"21.11.26 10:00:00"_s}};
         auto with = [](QVariantMap m, const QVariantMap& more) {
             for (auto it = more.begin(); it != more.end(); ++it)
                 m.insert(it.key(), it.value());
             return m;
         };
-        QTest::newRow("ring from an unknown number") << ring << u"Incoming call"_s << u"Unknown caller"_s
-                                                     << u"0301234567\nLine: 5551234"_s;
-        QTest::newRow("ring from a withheld number") << with(ring, {{u"number"_s, u""_s}}) << u"Incoming call"_s
-                                                     << u"Number withheld"_s << u"\nLine: 5551234"_s;
+        QTest::newRow("ring from an unknown number")
+            << ring << u"Incoming call"_s << u"Unknown caller"_s << u"0301234567\nLine: 5551234"_s;
+        QTest::newRow("ring from a withheld number")
+            << with(ring, {{u"number"_s, u""_s}}) << u"Incoming call"_s << u"Number withheld"_s
+            << u"\nLine: 5551234"_s;
         QTest::newRow("ring from a contact, label without tabs")
-            << with(ring, {{u"contact"_s, QStringList{u"ab-1"_s, u"Anna Berg"_s, u"mo\tbile"_s}}}) << u"Incoming call"_s
-            << u"Anna Berg"_s << u"0301234567 (mobile)\nLine: 5551234"_s;
-        QTest::newRow("ring without a line") << with(ring, {{u"line"_s, u""_s}}) << u"Incoming call"_s << u"Unknown caller"_s
-                                             << u"0301234567"_s;
+            << with(ring, {{u"contact"_s, QStringList{u"ab-1"_s, u"Anna Berg"_s, u"mo\tbile"_s}}})
+            << u"Incoming call"_s << u"Anna Berg"_s << u"0301234567 (mobile)\nLine: 5551234"_s;
+        QTest::newRow("ring without a line") << with(ring, {{u"line"_s, u""_s}}) << u"Incoming call"_s
+                                             << u"Unknown caller"_s << u"0301234567"_s;
         QTest::newRow("answered call ended")
-            << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"connected"_s, true}, {u"duration"_s, u"3725"_s}}) << u"Call ended"_s
-            << u"Unknown caller"_s << u"0301234567\nDuration: 01:02:05"_s;
-        QTest::newRow("missed call") << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"calltype"_s, 2}, {u"duration"_s, u"0"_s}})
-                                     << u"Missed call"_s << u"Unknown caller"_s << u"0301234567\n21.11.26 10:00:00"_s;
+            << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"connected"_s, true}, {u"duration"_s, u"3725"_s}})
+            << u"Call ended"_s << u"Unknown caller"_s << u"0301234567\nDuration: 01:02:05"_s;
+        QTest::newRow("missed call")
+            << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"calltype"_s, 2}, {u"duration"_s, u"0"_s}})
+            << u"Missed call"_s << u"Unknown caller"_s << u"0301234567\n21.11.26 10:00:00"_s;
         QTest::newRow("outgoing call not answered")
-            << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"calltype"_s, 3}}) << u"No answer"_s << u"Unknown caller"_s
-            << u"0301234567\n21.11.26 10:00:00"_s;
-        QTest::newRow("call dialled by the program") << with(ring, {{u"cmd"_s, u"CALL"_s}, {u"calltype"_s, 3}})
-                                                     << u"Please pick up the handset"_s << u"Unknown caller"_s
-                                                     << u"0301234567\nLine: 5551234"_s;
-        QTest::newRow("call begun at a telephone")
-            << with(ring, {{u"cmd"_s, u"CALL"_s}, {u"calltype"_s, 3}, {u"externalStart"_s, true}}) << u"Outgoing call"_s
+            << with(ring, {{u"cmd"_s, u"DISCONNECT"_s}, {u"calltype"_s, 3}}) << u"No answer"_s
+            << u"Unknown caller"_s << u"0301234567\n21.11.26 10:00:00"_s;
+        QTest::newRow("call dialled by the program")
+            << with(ring, {{u"cmd"_s, u"CALL"_s}, {u"calltype"_s, 3}}) << u"Please pick up the handset"_s
             << u"Unknown caller"_s << u"0301234567\nLine: 5551234"_s;
-        QTest::newRow("connected call has no title") << with(ring, {{u"cmd"_s, u"CONNECT"_s}, {u"connected"_s, true}}) << u""_s
-                                                     << u"Unknown caller"_s << u"0301234567\nLine: 5551234"_s;
+        QTest::newRow("call begun at a telephone")
+            << with(ring, {{u"cmd"_s, u"CALL"_s}, {u"calltype"_s, 3}, {u"externalStart"_s, true}})
+            << u"Outgoing call"_s << u"Unknown caller"_s << u"0301234567\nLine: 5551234"_s;
+        QTest::newRow("connected call has no title")
+            << with(ring, {{u"cmd"_s, u"CONNECT"_s}, {u"connected"_s, true}}) << u""_s << u"Unknown caller"_s
+            << u"0301234567\nLine: 5551234"_s;
     }
     void notificationText()
     {
@@ -300,7 +311,8 @@ private slots:
         QFETCH(bool, notifications);
         Harness h;
         h.prefs->useNotifications = notifications;
-        h.feed({L(u"RING;0;0301234567;5551234;SIP0;"_s), L(u"CONNECT;0;11;0301234567;"_s), L(u"DISCONNECT;0;65;"_s),
+        h.feed({L(u"RING;0;0301234567;5551234;SIP0;"_s), L(u"CONNECT;0;11;0301234567;"_s),
+                L(u"DISCONNECT;0;65;"_s),
                 L(u"RING;1;0301234567;5550000;SIP1;"_s)}); // the last on a hidden line: nothing at all
         QTEST(h.presenter.titles(), "titles");
         QTEST(h.windowRequests, "windows");

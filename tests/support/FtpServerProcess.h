@@ -14,7 +14,8 @@
 class FtpServerProcess
 {
 public:
-    FtpServerProcess(const QString& root, const QString& password, bool tls, const QStringList& extraArgs = {})
+    FtpServerProcess(const QString& root, const QString& password, bool tls,
+                     const QStringList& extraArgs = {})
     {
         const QString script = QStringLiteral(TONDREL_TEST_SUPPORT_DIR "/ftpserver.py");
         QStringList args{script, QStringLiteral("--root"), root, QStringLiteral("--password"), password};

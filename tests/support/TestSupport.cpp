@@ -7,8 +7,9 @@
 CliResult runCli(const TempEnv& env, const QStringList& args, const QByteArray& stdinData, int timeoutMs)
 {
     QProcess p;
-    QStringList all{QStringLiteral("--config-dir"), env.configDir(), QStringLiteral("--data-dir"), env.dataDir(),
-                    QStringLiteral("--secrets"), QStringLiteral("file")};
+    QStringList all{QStringLiteral("--config-dir"), env.configDir(),
+                    QStringLiteral("--data-dir"),   env.dataDir(),
+                    QStringLiteral("--secrets"),    QStringLiteral("file")};
     all += args;
     p.start(QStringLiteral(TONDREL_CLI_PATH), all);
     p.waitForStarted();

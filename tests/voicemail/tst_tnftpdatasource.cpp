@@ -1,19 +1,19 @@
 #include "FtpServerProcess.h"
-#include "StorageFiles.h"
 #include "MetaFileBuilder.h"
+#include "StorageFiles.h"
 
+#include "base/NotificationCenter.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
-#include "base/NotificationCenter.h"
 #include "voicemail/TNFTPDatasource.h"
 #include "voicemail/VBFTPConnection.h"
 #include "voicemail/VoicemailLookups.h"
 
 #include <QFile>
 #include <QSignalSpy>
-#include <QThreadPool>
 #include <QTest>
+#include <QThreadPool>
 
 namespace {
 
@@ -74,7 +74,8 @@ private slots:
         writeFile(m_root.filePath(QStringLiteral("A/FRITZ/voicebox/meta1")), QByteArray(347, '\0'));
         writeFile(m_root.filePath(QStringLiteral("A/FRITZ/faxbox/01.02.26_10.00_Telefax.0301.pdf")), "%PDF");
         writeFile(m_root.filePath(QStringLiteral("A/FRITZ/faxbox/01.04.26_10.00_Telefax.0302.pdf")), "%PDF");
-        writeFile(m_root.filePath(QStringLiteral("B/FRITZ/voicebox/meta0")), metaFile({rec("rec.0.000", 9)}, true));
+        writeFile(m_root.filePath(QStringLiteral("B/FRITZ/voicebox/meta0")),
+                  metaFile({rec("rec.0.000", 9)}, true));
         writeFile(m_root.filePath(QStringLiteral("FRITZ/other/x")), "x");
         m_server = std::make_unique<FtpServerProcess>(m_root.path(), QStringLiteral("pw"), false);
         QVERIFY2(m_server->port() > 0, qPrintable(m_server->error()));
@@ -90,11 +91,12 @@ private slots:
         QTest::newRow("root and two volumes")
             << QStringList{QStringLiteral("FRITZ/voicebox/meta0"), QStringLiteral("V1/FRITZ/faxbox/a.pdf"),
                            QStringLiteral("V2/FRITZ/voicebox/meta0"), QStringLiteral("V3/music/a.mp3")}
-            << QStringList{QStringLiteral("FRITZ/"), QStringLiteral("V1/FRITZ/"), QStringLiteral("V2/FRITZ/")};
-        QTest::newRow("FRITZ without boxes") << QStringList{QStringLiteral("FRITZ/other/x"), QStringLiteral("V/FRITZ/x")}
-                                             << QStringList{};
-        QTest::newRow("FRITZ deeper than a volume") << QStringList{QStringLiteral("V/sub/FRITZ/voicebox/meta0")}
-                                                    << QStringList{};
+            << QStringList{QStringLiteral("FRITZ/"), QStringLiteral("V1/FRITZ/"),
+                           QStringLiteral("V2/FRITZ/")};
+        QTest::newRow("FRITZ without boxes")
+            << QStringList{QStringLiteral("FRITZ/other/x"), QStringLiteral("V/FRITZ/x")} << QStringList{};
+        QTest::newRow("FRITZ deeper than a volume")
+            << QStringList{QStringLiteral("V/sub/FRITZ/voicebox/meta0")} << QStringList{};
     }
     void findingFritzFolders()
     {
@@ -181,7 +183,8 @@ private slots:
         QTest::addColumn<int>("newBefore");
         QTest::addColumn<int>("newAfter");
         // Entries of May 4, 3, 2, 1 (newest first).
-        QTest::newRow("first check: all were new") << false << QDateTime() << 3 << may(20) << may(20) << 4 << 0;
+        QTest::newRow("first check: all were new")
+            << false << QDateTime() << 3 << may(20) << may(20) << 4 << 0;
         QTest::newRow("check time before the newest: it stays new")
             << false << may(1) << 1 << may(3, 18) << may(3, 18) << 3 << 1;
         QTest::newRow("router clock ahead: the played one is seen")
@@ -189,7 +192,8 @@ private slots:
         QTest::newRow("an old one played: the marker still moves on")
             << false << may(2) << 3 << may(20) << may(20) << 2 << 0;
         QTest::newRow("fax: first check") << true << QDateTime() << 0 << may(20) << may(20) << 4 << 0;
-        QTest::newRow("fax: received after the check time") << true << may(1) << 0 << may(3, 18) << may(4, 0) << 3 << 0;
+        QTest::newRow("fax: received after the check time")
+            << true << may(1) << 0 << may(3, 18) << may(4, 0) << 3 << 0;
     }
     void markingSeen()
     {
@@ -241,10 +245,12 @@ private slots:
         QTest::addColumn<QString>("password");
         QTest::addColumn<QString>("root");
         QTest::addColumn<QString>("message");
-        QTest::newRow("wrong password") << QStringLiteral("wrong") << QString()
-                                        << QStringLiteral("Login to the router's storage refused (home network): ");
-        QTest::newRow("no FRITZ folder") << QStringLiteral("pw") << QStringLiteral("empty")
-                                         << QStringLiteral("No voicemail or fax folder was found on the router's storage.");
+        QTest::newRow("wrong password")
+            << QStringLiteral("wrong") << QString()
+            << QStringLiteral("Login to the router's storage refused (home network): ");
+        QTest::newRow("no FRITZ folder")
+            << QStringLiteral("pw") << QStringLiteral("empty")
+            << QStringLiteral("No voicemail or fax folder was found on the router's storage.");
     }
     void failuresReachTheAlert()
     {
@@ -255,7 +261,8 @@ private slots:
         auto p = prefs(password);
         if (!root.isEmpty()) {
             QDir().mkpath(m_root.filePath(root));
-            emptyServer = std::make_unique<FtpServerProcess>(m_root.filePath(root), QStringLiteral("pw"), false);
+            emptyServer =
+                std::make_unique<FtpServerProcess>(m_root.filePath(root), QStringLiteral("pw"), false);
             p->ftpPort = emptyServer->port();
         }
         TNFTPDatasource ds(m_center, nullptr, nullptr);
@@ -264,7 +271,8 @@ private slots:
         ds.reloadVoicemails(p);
         QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 20000);
         QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("Voicemail / Fax"));
-        QVERIFY2(failed.at(0).at(1).toString().startsWith(message), qPrintable(failed.at(0).at(1).toString()));
+        QVERIFY2(failed.at(0).at(1).toString().startsWith(message),
+                 qPrintable(failed.at(0).at(1).toString()));
         QVERIFY(ds.hasError);
         QCOMPARE(voicemails.count(), 0);
     }

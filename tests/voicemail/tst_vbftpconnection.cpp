@@ -45,8 +45,9 @@ private slots:
         writeFile(m_root.filePath(QStringLiteral("empty.txt")), "");
         // A large file served slowly, to cancel while it is in flight.
         writeFile(m_root.filePath(QStringLiteral("big.bin")), QByteArray(4 * 1024 * 1024, 'b'));
-        m_server = std::make_unique<FtpServerProcess>(m_root.path(), QStringLiteral("pw"), false,
-                                                      QStringList{QStringLiteral("--throttle"), QStringLiteral("65536")});
+        m_server = std::make_unique<FtpServerProcess>(
+            m_root.path(), QStringLiteral("pw"), false,
+            QStringList{QStringLiteral("--throttle"), QStringLiteral("65536")});
         QVERIFY2(m_server->port() > 0, qPrintable(m_server->error()));
     }
 
@@ -56,17 +57,22 @@ private slots:
         QTest::addColumn<QString>("mask");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("root") << QString() << QStringLiteral("*.*")
-                              << QStringList{QStringLiteral("Stick/"), QStringLiteral("big.bin"), QStringLiteral("empty.txt")};
-        QTest::newRow("volume, names with blanks") << QStringLiteral("Stick/") << QStringLiteral("*.*")
-                                                   << QStringList{QStringLiteral("Stick/FRITZ/"), QStringLiteral("Stick/My Music/")};
+                              << QStringList{QStringLiteral("Stick/"), QStringLiteral("big.bin"),
+                                             QStringLiteral("empty.txt")};
+        QTest::newRow("volume, names with blanks")
+            << QStringLiteral("Stick/") << QStringLiteral("*.*")
+            << QStringList{QStringLiteral("Stick/FRITZ/"), QStringLiteral("Stick/My Music/")};
         QTest::newRow("files without a dot pass *.*")
             << QStringLiteral("Stick/FRITZ/voicebox") << QStringLiteral("*.*")
-            << QStringList{QStringLiteral("Stick/FRITZ/voicebox/meta0"), QStringLiteral("Stick/FRITZ/voicebox/rec/")};
+            << QStringList{QStringLiteral("Stick/FRITZ/voicebox/meta0"),
+                           QStringLiteral("Stick/FRITZ/voicebox/rec/")};
         QTest::newRow("mask filters files, any case")
             << QStringLiteral("/Stick/FRITZ/faxbox/") << QStringLiteral("*.pdf")
-            << QStringList{QStringLiteral("Stick/FRITZ/faxbox/a.pdf"), QStringLiteral("Stick/FRITZ/faxbox/b.PDF")};
-        QTest::newRow("encoded blank in the path") << QStringLiteral("Stick/My Music/") << QString()
-                                                   << QStringList{QStringLiteral("Stick/My Music/song 1.mp3")};
+            << QStringList{QStringLiteral("Stick/FRITZ/faxbox/a.pdf"),
+                           QStringLiteral("Stick/FRITZ/faxbox/b.PDF")};
+        QTest::newRow("encoded blank in the path")
+            << QStringLiteral("Stick/My Music/") << QString()
+            << QStringList{QStringLiteral("Stick/My Music/song 1.mp3")};
     }
     void listingGivesFullPaths()
     {
@@ -85,7 +91,8 @@ private slots:
     {
         VBFTPConnection c(m_center);
         QVERIFY(c.connectWithSettings(settings(), 1));
-        QCOMPARE(c.searchPath(QStringLiteral("Stick/"), QStringLiteral("FRITZ")), QStringLiteral("Stick/FRITZ/"));
+        QCOMPARE(c.searchPath(QStringLiteral("Stick/"), QStringLiteral("FRITZ")),
+                 QStringLiteral("Stick/FRITZ/"));
         QCOMPARE(c.searchPath(QStringLiteral("Stick/My Music/"), QStringLiteral("FRITZ")), QString());
         QCOMPARE(c.searchPath(QString(), QStringLiteral("big.bin")), QString()); // a file is no folder
     }
@@ -101,8 +108,10 @@ private slots:
         QVERIFY(c.dataForFile(QStringLiteral("missing.bin")).isNull());
         QCOMPARE(c.lastError().kind, FTPError::Kind::Failed);
 
-        QVERIFY(c.uploadData("new index", QStringLiteral("Stick/FRITZ/voicebox"), QStringLiteral("meta9.new")));
-        QVERIFY(c.renameFile(QStringLiteral("meta9.new"), QStringLiteral("meta9"), QStringLiteral("Stick/FRITZ/voicebox/")));
+        QVERIFY(
+            c.uploadData("new index", QStringLiteral("Stick/FRITZ/voicebox"), QStringLiteral("meta9.new")));
+        QVERIFY(c.renameFile(QStringLiteral("meta9.new"), QStringLiteral("meta9"),
+                             QStringLiteral("Stick/FRITZ/voicebox/")));
         QCOMPARE(c.dataForFile(QStringLiteral("Stick/FRITZ/voicebox/meta9")), QByteArray("new index"));
         QVERIFY(c.deleteFile(QStringLiteral("meta9"), QStringLiteral("Stick/FRITZ/voicebox/")));
         QVERIFY(!QFile::exists(m_root.filePath(QStringLiteral("Stick/FRITZ/voicebox/meta9"))));
@@ -126,12 +135,15 @@ private slots:
         QTest::addColumn<bool>("remote");
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("key");
-        QTest::newRow("wrong password at home") << QStringLiteral("nope") << false << false
-                                                << int(FTPError::Kind::LoginDenied) << QStringLiteral("errorFTP_Login_Denied_Home");
-        QTest::newRow("wrong password remote") << QStringLiteral("nope") << false << true
-                                               << int(FTPError::Kind::LoginDenied) << QStringLiteral("errorFTP_Login_Denied_Remote");
-        QTest::newRow("nobody listening") << QStringLiteral("pw") << true << false << int(FTPError::Kind::NoConnection)
-                                          << QStringLiteral("errorFTP_Connect_Home");
+        QTest::newRow("wrong password at home")
+            << QStringLiteral("nope") << false << false << int(FTPError::Kind::LoginDenied)
+            << QStringLiteral("errorFTP_Login_Denied_Home");
+        QTest::newRow("wrong password remote")
+            << QStringLiteral("nope") << false << true << int(FTPError::Kind::LoginDenied)
+            << QStringLiteral("errorFTP_Login_Denied_Remote");
+        QTest::newRow("nobody listening")
+            << QStringLiteral("pw") << true << false << int(FTPError::Kind::NoConnection)
+            << QStringLiteral("errorFTP_Connect_Home");
     }
     void connectErrors()
     {
@@ -161,7 +173,8 @@ private slots:
         QTest::addColumn<bool>("tls");
         QTest::addColumn<bool>("greet");
         QTest::addColumn<QString>("key");
-        QTest::newRow("TLS handshake never answered") << true << true << QStringLiteral("errorFTPSSL_Timeout");
+        QTest::newRow("TLS handshake never answered")
+            << true << true << QStringLiteral("errorFTPSSL_Timeout");
         QTest::newRow("no greeting, plain FTP") << false << false << QStringLiteral("errorFTP_Connect_Home");
     }
     void stalledServer()

@@ -34,13 +34,17 @@ private slots:
         QTest::addColumn<QByteArray>("container");
         QTest::addColumn<QList<int>>("frames"); // frame sizes; negative: that many silent frames
         QTest::addColumn<bool>("truncated");
-        QTest::newRow("two short frames, end byte") << bytes({2, 0xA, 0xB, 1, 0xC, 0}) << QList<int>{2, 1} << false;
+        QTest::newRow("two short frames, end byte")
+            << bytes({2, 0xA, 0xB, 1, 0xC, 0}) << QList<int>{2, 1} << false;
         QTest::newRow("no end byte") << bytes({1, 0x7}) << QList<int>{1} << false;
-        QTest::newRow("silence marker") << bytes({1, 7, 0xFB, 12, 1, 8}) << QList<int>{1, -12} + QList<int>{1} << false;
-        QTest::newRow("silence of zero frames is nothing") << bytes({0xFB, 0, 1, 8}) << QList<int>{1} << false;
+        QTest::newRow("silence marker")
+            << bytes({1, 7, 0xFB, 12, 1, 8}) << QList<int>{1, -12} + QList<int>{1} << false;
+        QTest::newRow("silence of zero frames is nothing")
+            << bytes({0xFB, 0, 1, 8}) << QList<int>{1} << false;
         QTest::newRow("long frame, little-endian length")
             << bytes({0xFF, 3, 0, 1, 2, 3, 1, 9}) << QList<int>{3, 1} << false;
-        QTest::newRow("largest short frame") << bytes({0xFA}) + QByteArray(0xFA, 'x') << QList<int>{0xFA} << false;
+        QTest::newRow("largest short frame")
+            << bytes({0xFA}) + QByteArray(0xFA, 'x') << QList<int>{0xFA} << false;
         QTest::newRow("00 ends the stream") << bytes({1, 7, 0, 1, 8}) << QList<int>{1} << false;
         QTest::newRow("FC ends the stream") << bytes({1, 7, 0xFC, 1, 8}) << QList<int>{1} << false;
         QTest::newRow("FE ends the stream") << bytes({0xFE, 1, 8}) << QList<int>{} << false;
@@ -76,7 +80,8 @@ private slots:
         QFETCH(int, silentFrames);
         QByteArray wav;
         QString error;
-        QVERIFY2(VBGetVoicemail::convertToWav(speexToneRecording(frequency, toneFrames, silentFrames), &wav, &error),
+        QVERIFY2(VBGetVoicemail::convertToWav(speexToneRecording(frequency, toneFrames, silentFrames), &wav,
+                                              &error),
                  qPrintable(error));
 
         const quint32 samples = quint32(toneFrames + silentFrames) * 160;
@@ -116,7 +121,8 @@ private slots:
         QTest::newRow("empty file") << QByteArray() << QStringLiteral("no audio");
         QTest::newRow("only silence") << bytes({0xFB, 50, 0}) << QStringLiteral("no audio");
         QTest::newRow("noise in frames") << framedNoise << QStringLiteral("not Speex");
-        QTest::newRow("silence that would last for days") << QByteArray(40000, char(0xFB)) << QStringLiteral("longer");
+        QTest::newRow("silence that would last for days")
+            << QByteArray(40000, char(0xFB)) << QStringLiteral("longer");
     }
     void undecodable()
     {

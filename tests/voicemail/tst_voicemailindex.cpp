@@ -87,14 +87,16 @@ private slots:
         QTest::addColumn<quint32>("duration");
         QTest::addColumn<QString>("shown");
         QTest::newRow("short message") << quint32(44) << QStringLiteral("0:44");
-        QTest::newRow("300 seconds: the whole word, not its low byte") << quint32(300) << QStringLiteral("5:00");
+        QTest::newRow("300 seconds: the whole word, not its low byte")
+            << quint32(300) << QStringLiteral("5:00");
         QTest::newRow("over an hour wraps the minutes") << quint32(3661) << QStringLiteral("1:01");
     }
     void byteOrders()
     {
         QFETCH(quint32, duration);
         QFETCH(QString, shown);
-        const QList<MetaRecord> records{rec("0301234567", "rec.0.000", duration, 3), rec("", "rec.0.001", 7, 4)};
+        const QList<MetaRecord> records{rec("0301234567", "rec.0.000", duration, 3),
+                                        rec("", "rec.0.001", 7, 4)};
         TNFTPDatasource ds(m_center, nullptr, nullptr);
         const auto big = ds.readMetaData(metaFile(records, false), kPath);
         const auto little = ds.readMetaData(metaFile(records, true), kPath);
@@ -132,7 +134,8 @@ private slots:
         QVERIFY(!e.CallTimestamp.isValid());
         QCOMPARE(e.recordedAt(), QDateTime(QDate(2026, 11, 13), QTime(10, 30)));
         QCOMPARE(e.recordingPath(), QStringLiteral("USB/FRITZ/voicebox/rec/rec.0.007"));
-        QCOMPARE(e.Contact, (QStringList{QStringLiteral("ab-1"), QStringLiteral("Erika Mustermann"), QStringLiteral("mobile")}));
+        QCOMPARE(e.Contact, (QStringList{QStringLiteral("ab-1"), QStringLiteral("Erika Mustermann"),
+                                         QStringLiteral("mobile")}));
         QCOMPARE(plain.at(0).Contact, emptyContact());
     }
 
@@ -141,7 +144,8 @@ private slots:
         QTest::addColumn<int>("limit");
         QTest::addColumn<QStringList>("listed");
         QTest::addColumn<int>("counted");
-        const QString a = QStringLiteral("rec.0.000"), c = QStringLiteral("rec.0.002"), d = QStringLiteral("rec.0.003");
+        const QString a = QStringLiteral("rec.0.000"), c = QStringLiteral("rec.0.002"),
+                      d = QStringLiteral("rec.0.003");
         // File order: a, "tmp" (not a recording), c, d; read newest first.
         QTest::newRow("all") << -1 << QStringList{d, c, a} << 4;
         QTest::newRow("limit 0 still reads the newest") << 0 << QStringList{d} << 1;
@@ -153,8 +157,9 @@ private slots:
         QFETCH(int, limit);
         QFETCH(QStringList, listed);
         QFETCH(int, counted);
-        const QByteArray file =
-            metaFile({rec("1", "rec.0.000"), rec("2", "tmp.0.001"), rec("3", "rec.0.002"), rec("4", "rec.0.003")}, false);
+        const QByteArray file = metaFile(
+            {rec("1", "rec.0.000"), rec("2", "tmp.0.001"), rec("3", "rec.0.002"), rec("4", "rec.0.003")},
+            false);
         TNFTPDatasource ds(m_center, nullptr, nullptr);
         ds.loadNumberOfVoicemails = limit;
         QCOMPARE(recFiles(ds.readMetaData(file, kPath)), listed);
@@ -175,7 +180,8 @@ private slots:
             }
             const auto entries = ds.readMetaData(data, kPath);
             QVERIFY(entries.size() <= data.size() / 348);
-            QVERIFY(VoicemailIndex::withoutRecords(data, {QStringLiteral("rec.0.000")}).size() <= data.size());
+            QVERIFY(VoicemailIndex::withoutRecords(data, {QStringLiteral("rec.0.000")}).size() <=
+                    data.size());
         }
     }
 
@@ -184,13 +190,14 @@ private slots:
         QTest::addColumn<QStringList>("deleted");
         QTest::addColumn<QStringList>("remaining"); // newest first
         QTest::addColumn<bool>("littleEndian");
-        const QString a = QStringLiteral("rec.0.000"), b = QStringLiteral("rec.0.001"), c = QStringLiteral("rec.0.002");
+        const QString a = QStringLiteral("rec.0.000"), b = QStringLiteral("rec.0.001"),
+                      c = QStringLiteral("rec.0.002");
         QTest::newRow("middle, big-endian") << QStringList{b} << QStringList{c, a} << false;
         QTest::newRow("newest, little-endian") << QStringList{c} << QStringList{b, a} << true;
         QTest::newRow("two of three") << QStringList{a, c} << QStringList{b} << false;
         QTest::newRow("all") << QStringList{a, b, c} << QStringList{} << true;
-        QTest::newRow("unknown name changes nothing") << QStringList{QStringLiteral("rec.9.999")} << QStringList{c, b, a}
-                                                      << false;
+        QTest::newRow("unknown name changes nothing")
+            << QStringList{QStringLiteral("rec.9.999")} << QStringList{c, b, a} << false;
     }
     void rewriteWithoutDeletedRecords()
     {
@@ -198,7 +205,8 @@ private slots:
         QFETCH(QStringList, remaining);
         QFETCH(bool, littleEndian);
         const QByteArray file =
-            metaFile({rec("1", "rec.0.000", 11), rec("2", "rec.0.001", 22), rec("3", "rec.0.002", 33)}, littleEndian, 4);
+            metaFile({rec("1", "rec.0.000", 11), rec("2", "rec.0.001", 22), rec("3", "rec.0.002", 33)},
+                     littleEndian, 4);
         const QByteArray rewritten = TNFTPDatasource::deleteVoicemailsInMetaData(deleted, file);
         QCOMPARE(rewritten.size(), 4 + 348 * remaining.size());
         QCOMPARE(rewritten.left(4), file.left(4));
@@ -223,21 +231,22 @@ private slots:
         const QDateTime epoch(QDate(1970, 1, 1), QTime(0, 0));
         QTest::newRow("digits sender with a known name")
             << QStringLiteral("13.11.26_10.30_Telefax.0301234567.pdf") << QStringLiteral("0301234567")
-            << QStringLiteral("10:30") << QDateTime(QDate(2026, 11, 13), QTime(0, 0)) << QStringLiteral("Erika Mustermann");
-        QTest::newRow("digits sender, unknown") << QStringLiteral("01.02.25_08.05_Telefax.089123.pdf")
-                                                << QStringLiteral("089123") << QStringLiteral("08:05")
-                                                << QDateTime(QDate(2025, 2, 1), QTime(0, 0)) << QString();
+            << QStringLiteral("10:30") << QDateTime(QDate(2026, 11, 13), QTime(0, 0))
+            << QStringLiteral("Erika Mustermann");
+        QTest::newRow("digits sender, unknown")
+            << QStringLiteral("01.02.25_08.05_Telefax.089123.pdf") << QStringLiteral("089123")
+            << QStringLiteral("08:05") << QDateTime(QDate(2025, 2, 1), QTime(0, 0)) << QString();
         QTest::newRow("named sender gets capitalised words")
             << QStringLiteral("01.02.25_08.05_Telefax.fritz BOX.pdf") << QStringLiteral("Fritz Box")
             << QStringLiteral("08:05") << QDateTime(QDate(2025, 2, 1), QTime(0, 0)) << QString();
-        QTest::newRow("third piece without sender") << QStringLiteral("01.02.25_08.05_Telefax") << QString()
-                                                    << QStringLiteral("08:05")
-                                                    << QDateTime(QDate(2025, 2, 1), QTime(0, 0)) << QString();
-        QTest::newRow("date without day, month, year") << QStringLiteral("20250201_0805_Telefax.089123.pdf")
-                                                       << QStringLiteral("089123") << QStringLiteral("0805") << epoch
-                                                       << QString();
-        QTest::newRow("fewer than three pieces") << QStringLiteral("scan_1.pdf") << QString() << QStringLiteral("00:00")
-                                                 << epoch << QString();
+        QTest::newRow("third piece without sender")
+            << QStringLiteral("01.02.25_08.05_Telefax") << QString() << QStringLiteral("08:05")
+            << QDateTime(QDate(2025, 2, 1), QTime(0, 0)) << QString();
+        QTest::newRow("date without day, month, year")
+            << QStringLiteral("20250201_0805_Telefax.089123.pdf") << QStringLiteral("089123")
+            << QStringLiteral("0805") << epoch << QString();
+        QTest::newRow("fewer than three pieces")
+            << QStringLiteral("scan_1.pdf") << QString() << QStringLiteral("00:00") << epoch << QString();
     }
     void faxNames()
     {
@@ -261,9 +270,12 @@ private slots:
     {
         QTest::addColumn<QString>("sortBy");
         QTest::addColumn<QStringList>("titles");
-        QTest::newRow("number") << QStringLiteral("number") << QStringList{QStringLiteral("0301234567"), QStringLiteral("Unknown")};
-        QTest::newRow("name") << QStringLiteral("name") << QStringList{QStringLiteral("Erika Mustermann"), QStringLiteral("Unknown")};
-        QTest::newRow("line") << QStringLiteral("line") << QStringList{QStringLiteral("987654"), QStringLiteral("Unknown")};
+        QTest::newRow("number") << QStringLiteral("number")
+                                << QStringList{QStringLiteral("0301234567"), QStringLiteral("Unknown")};
+        QTest::newRow("name") << QStringLiteral("name")
+                              << QStringList{QStringLiteral("Erika Mustermann"), QStringLiteral("Unknown")};
+        QTest::newRow("line") << QStringLiteral("line")
+                              << QStringList{QStringLiteral("987654"), QStringLiteral("Unknown")};
     }
     void groupTitles()
     {
@@ -274,7 +286,8 @@ private slots:
         ds.sortBy = sortBy;
         MetaRecord anonymous = rec("", "rec.0.001");
         anonymous.calledLine.clear();
-        const auto entries = ds.readMetaData(metaFile({anonymous, rec("0301234567", "rec.0.000")}, false), kPath);
+        const auto entries =
+            ds.readMetaData(metaFile({anonymous, rec("0301234567", "rec.0.000")}, false), kPath);
         const QVariantList grouped = ds.preprocessVoicemails(entries);
         QStringList got;
         for (const QVariant& g : grouped)
@@ -285,11 +298,14 @@ private slots:
     void faxGroupedByDate()
     {
         TNFTPDatasource ds(m_center, nullptr, nullptr);
-        const QList<FaxEntry> faxes{ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/13.11.26_10.30_Telefax.0301.pdf")),
-                                    ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/x.pdf"))};
+        const QList<FaxEntry> faxes{
+            ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/13.11.26_10.30_Telefax.0301.pdf")),
+            ds.preprocessFaxFile(QStringLiteral("FRITZ/faxbox/x.pdf"))};
         const QVariantList grouped = ds.preprocessFax(faxes);
-        QCOMPARE(grouped.at(0).toMap().value(QStringLiteral("Header")).toString(), QStringLiteral("2026.11.13"));
-        QCOMPARE(grouped.at(1).toMap().value(QStringLiteral("Header")).toString(), QStringLiteral("1970.01.01"));
+        QCOMPARE(grouped.at(0).toMap().value(QStringLiteral("Header")).toString(),
+                 QStringLiteral("2026.11.13"));
+        QCOMPARE(grouped.at(1).toMap().value(QStringLiteral("Header")).toString(),
+                 QStringLiteral("1970.01.01"));
     }
 
     void newCountersAgainstMarkers_data()
@@ -307,9 +323,10 @@ private slots:
         FixedMarkers markers;
         markers.fax = marker;
         TNFTPDatasource ds(m_center, &markers, nullptr);
-        const QList<FaxEntry> faxes{ds.preprocessFaxFile(QStringLiteral("F/faxbox/01.01.26_10.00_Telefax.1.pdf")),
-                                    ds.preprocessFaxFile(QStringLiteral("F/faxbox/02.07.26_10.00_Telefax.2.pdf")),
-                                    ds.preprocessFaxFile(QStringLiteral("F/faxbox/03.12.26_10.00_Telefax.3.pdf"))};
+        const QList<FaxEntry> faxes{
+            ds.preprocessFaxFile(QStringLiteral("F/faxbox/01.01.26_10.00_Telefax.1.pdf")),
+            ds.preprocessFaxFile(QStringLiteral("F/faxbox/02.07.26_10.00_Telefax.2.pdf")),
+            ds.preprocessFaxFile(QStringLiteral("F/faxbox/03.12.26_10.00_Telefax.3.pdf"))};
         const int id = ds.newConnID();
         QVERIFY(ds.loadingFaxFinished(id, faxes));
         QCOMPARE(ds.faxCounter, 3);
@@ -321,7 +338,8 @@ private slots:
     {
         TNFTPDatasource ds(m_center, nullptr, nullptr);
         QSignalSpy loaded(&ds, &TNFTPDatasource::voicemailsLoaded);
-        const auto fresh = ds.readMetaData(metaFile({rec("1", "rec.0.000"), rec("2", "rec.0.001")}, false), kPath);
+        const auto fresh =
+            ds.readMetaData(metaFile({rec("1", "rec.0.000"), rec("2", "rec.0.001")}, false), kPath);
         const auto stale = ds.readMetaData(metaFile({rec("9", "rec.0.009")}, false), kPath);
         const int first = ds.newConnID();
         const int second = ds.newConnID();

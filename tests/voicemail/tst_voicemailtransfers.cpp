@@ -1,9 +1,9 @@
 // Fetching and deleting single messages and faxes, each in its own session, against a real FTP
 // server (pyftpdlib).
 #include "FtpServerProcess.h"
-#include "StorageFiles.h"
 #include "MetaFileBuilder.h"
 #include "SpeexTone.h"
+#include "StorageFiles.h"
 
 #include "base/NotificationCenter.h"
 #include "voicemail/VoicemailTransfers.h"
@@ -90,9 +90,12 @@ private slots:
         VBFTPConnection c(m_center);
         // The other volume's message of the same name is in the cache already.
         const QString other = folder == kBoxA ? kBoxB : kBoxA;
-        QVERIFY(VoicemailTransfers::fetchVoicemail(c, settings(), entry(other, QStringLiteral("rec.0.000")), m_cache.path()).ok());
+        QVERIFY(VoicemailTransfers::fetchVoicemail(c, settings(), entry(other, QStringLiteral("rec.0.000")),
+                                                   m_cache.path())
+                    .ok());
 
-        const auto outcome = VoicemailTransfers::fetchVoicemail(c, settings(), entry(folder, recFile), m_cache.path());
+        const auto outcome =
+            VoicemailTransfers::fetchVoicemail(c, settings(), entry(folder, recFile), m_cache.path());
         QVERIFY2(outcome.ok(), qPrintable(outcome.error));
         QVERIFY(outcome.path.startsWith(m_cache.path() + u'/'));
         const QByteArray wav = readFile(outcome.path);
@@ -135,12 +138,12 @@ private slots:
         QTest::addColumn<QString>("recFile");
         QTest::addColumn<FTPError::Kind>("kind");
         QTest::addColumn<QString>("start");
-        QTest::newRow("wrong password") << QStringLiteral("wrong") << false << QStringLiteral("rec.0.000")
-                                        << FTPError::Kind::LoginDenied
-                                        << QStringLiteral("Login to the router's storage refused (home network): ");
-        QTest::newRow("nobody listening") << QStringLiteral("pw") << true << QStringLiteral("rec.0.000")
-                                          << FTPError::Kind::NoConnection
-                                          << QStringLiteral("No connection to the router's storage (home network): ");
+        QTest::newRow("wrong password")
+            << QStringLiteral("wrong") << false << QStringLiteral("rec.0.000") << FTPError::Kind::LoginDenied
+            << QStringLiteral("Login to the router's storage refused (home network): ");
+        QTest::newRow("nobody listening")
+            << QStringLiteral("pw") << true << QStringLiteral("rec.0.000") << FTPError::Kind::NoConnection
+            << QStringLiteral("No connection to the router's storage (home network): ");
         QTest::newRow("recording gone") << QStringLiteral("pw") << false << QStringLiteral("rec.0.009")
                                         << FTPError::Kind::Failed << QString();
     }
@@ -167,7 +170,8 @@ private slots:
     {
         VBFTPConnection c(m_center);
         const QByteArray oldMeta = readFile(m_root.filePath(kBoxA + QStringLiteral("meta0")));
-        auto outcome = VoicemailTransfers::deleteVoicemails(c, settings(), {entry(kBoxA, QStringLiteral("rec.0.000"))});
+        auto outcome =
+            VoicemailTransfers::deleteVoicemails(c, settings(), {entry(kBoxA, QStringLiteral("rec.0.000"))});
         QVERIFY2(outcome.ok(), qPrintable(outcome.error));
         QVERIFY(!QFile::exists(m_root.filePath(kBoxA + QStringLiteral("rec/rec.0.000"))));
         QVERIFY(QFile::exists(m_root.filePath(kBoxA + QStringLiteral("rec/rec.0.001"))));
@@ -189,13 +193,18 @@ private slots:
 
     void cacheFoldersKeepStorageFoldersApart()
     {
-        const QString a = VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("A/FRITZ/voicebox/"));
-        QCOMPARE(a, VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("A/FRITZ/voicebox/")));
+        const QString a =
+            VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("A/FRITZ/voicebox/"));
+        QCOMPARE(
+            a, VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("A/FRITZ/voicebox/")));
         QVERIFY(a.startsWith(QStringLiteral("/c/A_FRITZ_voicebox_-")));
-        QVERIFY(a != VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("A_FRITZ/voicebox/")));
+        QVERIFY(a != VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"),
+                                                        QStringLiteral("A_FRITZ/voicebox/")));
         // Whatever the router names its folders, the cache folder stays one level below.
-        QCOMPARE(QFileInfo(VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("../../x/"))).path(),
-                 QStringLiteral("/c"));
+        QCOMPARE(
+            QFileInfo(VoicemailTransfers::cacheFolderFor(QStringLiteral("/c"), QStringLiteral("../../x/")))
+                .path(),
+            QStringLiteral("/c"));
     }
 };
 

@@ -243,7 +243,8 @@ void CallsCommand::remove(CliContext& ctx)
         QStringList unknown;
         for (qint64 rowid : done.foreign)
             unknown.append(QString::number(rowid));
-        throw CliError(1, QStringLiteral("no call with row id %1 in this location").arg(unknown.join(QStringLiteral(", "))));
+        throw CliError(1, QStringLiteral("no call with row id %1 in this location")
+                              .arg(unknown.join(QStringLiteral(", "))));
     }
     if (done.deleted < 0)
         throw CliError(1, QStringLiteral("the calls could not be deleted: the call database refused it"));

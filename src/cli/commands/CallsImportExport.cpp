@@ -4,10 +4,10 @@
 #include "BoxCli.h"
 #include "CliContext.h"
 
-#include "base/SettingsKeys.h"
-#include "base/SettingsStore.h"
 #include "app/AppEnvironment.h"
 #include "app/CallListSync.h"
+#include "base/SettingsKeys.h"
+#include "base/SettingsStore.h"
 #include "base/TNPreferences.h"
 #include "calllist/CallListExport.h"
 #include "calllist/ListQueryBuilder.h"
@@ -30,7 +30,10 @@ QString str(const std::string& s)
 class ProgressBar
 {
 public:
-    explicit ProgressBar(QTextStream& err) : m_err(err), m_enabled(isatty(STDERR_FILENO) == 1) { m_clock.start(); }
+    explicit ProgressBar(QTextStream& err) : m_err(err), m_enabled(isatty(STDERR_FILENO) == 1)
+    {
+        m_clock.start();
+    }
     ~ProgressBar()
     {
         if (m_shown) {
@@ -80,20 +83,23 @@ void writeOutput(CliContext& ctx, const QString& path, const QString& text)
 void CallsCommand::setupImportExport(CLI::App& calls, CliContext& ctx)
 {
     auto* import = calls.add_subcommand("import", "Import the router's call journal, or a journal file");
-    import->add_option("--file", m_importFile, "A journal file (semicolon-separated, as the router exports it)");
-    import->callback([this, &ctx] { ctx.action = [this, &ctx] { importJournal(ctx); }; });
+    import->add_option("--file", m_importFile,
+                       "A journal file (semicolon-separated, as the router exports it)");
+    import->callback([this, &ctx] { ctx.action = [this, &ctx] { importJournal(ctx);
+};
+});
 
-    auto* exp = calls.add_subcommand("export", "Export the call list as delimited text or as a web page script");
-    exp->add_option("--format", m_export.format, "csv or web")->required();
-    exp->add_option("--state", m_export.state, "csv: all, in, out, missed or new");
-    exp->add_option("--fields", m_export.fields,
-                    "csv: fields in order (date,name,number,extension,line,duration,label,callstate)");
-    exp->add_option("--delimiter", m_export.delimiter, "csv: between fields (;)");
-    exp->add_option("--enclose", m_export.enclose, "csv: around every field (\")");
-    exp->add_option("--out", m_export.out,
-                    "The file to write; without it csv goes to standard output and web to "
-                    "iPhoneExportPath/data.js (or standard output when that is not set)");
-    exp->callback([this, &ctx] { ctx.action = [this, &ctx] { exportCalls(ctx); }; });
+auto* exp = calls.add_subcommand("export", "Export the call list as delimited text or as a web page script");
+exp->add_option("--format", m_export.format, "csv or web")->required();
+exp->add_option("--state", m_export.state, "csv: all, in, out, missed or new");
+exp->add_option("--fields", m_export.fields,
+                "csv: fields in order (date,name,number,extension,line,duration,label,callstate)");
+exp->add_option("--delimiter", m_export.delimiter, "csv: between fields (;)");
+exp->add_option("--enclose", m_export.enclose, "csv: around every field (\")");
+exp->add_option("--out", m_export.out,
+                "The file to write; without it csv goes to standard output and web to "
+                "iPhoneExportPath/data.js (or standard output when that is not set)");
+exp->callback([this, &ctx] { ctx.action = [this, &ctx] { exportCalls(ctx); }; });
 }
 
 void CallsCommand::importJournal(CliContext& ctx)
@@ -111,10 +117,11 @@ void CallsCommand::importJournal(CliContext& ctx)
     ProgressBar bar(ctx.err());
     QMetaObject::Connection progress;
     if (!path.isEmpty())
-        progress = QObject::connect(&sync, &CallListSync::progress, &sync,
-                                    [&bar](qint64 done, qint64 total) { bar.update(done, total); },
-                                    Qt::DirectConnection);
-    const CallListSyncResult r = path.isEmpty() ? sync.runRouterImport(prefs) : sync.runFileImport(path, prefs);
+        progress = QObject::connect(
+            &sync, &CallListSync::progress, &sync,
+            [&bar](qint64 done, qint64 total) { bar.update(done, total); }, Qt::DirectConnection);
+    const CallListSyncResult r =
+        path.isEmpty() ? sync.runRouterImport(prefs) : sync.runFileImport(path, prefs);
     QObject::disconnect(progress);
     if (r.imported < 0 && path.isEmpty())
         throw CliError(1, QStringLiteral("the router's journal could not be read: %1")
@@ -122,8 +129,10 @@ void CallsCommand::importJournal(CliContext& ctx)
     if (r.imported < 0)
         throw CliError(1, r.error);
     if (ctx.json) {
-        QVariantMap out{{QStringLiteral("imported"), r.imported},    {QStringLiteral("missed"), r.missed},
-                        {QStringLiteral("badLines"), r.badLines},    {QStringLiteral("duplicates"), r.duplicates},
+        QVariantMap out{{QStringLiteral("imported"), r.imported},
+                        {QStringLiteral("missed"), r.missed},
+                        {QStringLiteral("badLines"), r.badLines},
+                        {QStringLiteral("duplicates"), r.duplicates},
                         {QStringLiteral("stoppedEarly"), r.stoppedEarly}};
         out.insert(QStringLiteral("badge"), r.badge.isEmpty() ? QVariant() : QVariant(r.badge));
         ctx.printJson(out);
@@ -165,7 +174,8 @@ void CallsCommand::exportCalls(CliContext& ctx)
             if (!CallListExport::exportFieldNames().contains(f))
                 throw CliError(2, QStringLiteral("unknown export field '%1'").arg(f));
     }
-    const QString text = CallListExport::exportCallsFromListForProfile(
-        calls, profile, selectorFor(str(m_export.state)), fields, str(m_export.delimiter), str(m_export.enclose));
+    const QString text =
+        CallListExport::exportCallsFromListForProfile(calls, profile, selectorFor(str(m_export.state)),
+                                                      fields, str(m_export.delimiter), str(m_export.enclose));
     writeOutput(ctx, out, text);
 }

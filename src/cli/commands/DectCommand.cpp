@@ -16,8 +16,9 @@ void DectCommand::setup(CLI::App& app, CliContext& ctx)
             auto prefs = BoxCli::prepare(ctx);
             const QString word = m_state == "on" ? QStringLiteral("DECTon") : QStringLiteral("DECToff");
             RouterFailure failure;
-            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetDECTStatus(prefs.get(), prefs.router(), word, &failure), failure,
-                                prefs);
+            BoxCli::checkAnswer(
+                FBBoxSystemHelper::threadSetDECTStatus(prefs.get(), prefs.router(), word, &failure), failure,
+                prefs);
             ctx.out() << "DECT " << QString::fromStdString(m_state) << "\n";
         };
     });

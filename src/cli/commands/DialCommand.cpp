@@ -17,8 +17,9 @@ void DialCommand::setup(CLI::App& app, CliContext& ctx)
             auto prefs = BoxCli::prepare(ctx);
             const QString port = QString::fromStdString(m_port);
             RouterFailure failure;
-            const QString answer = FBBoxConnectionHelper::dialWithAction(QStringLiteral("call"), QString::fromStdString(m_number),
-                                                                         port, prefs.get(), prefs.router(), &failure);
+            const QString answer = FBBoxConnectionHelper::dialWithAction(
+                QStringLiteral("call"), QString::fromStdString(m_number), port, prefs.get(), prefs.router(),
+                &failure);
             BoxCli::checkAnswer(answer, failure, prefs);
             ctx.out() << "dialling " << QString::fromStdString(m_number) << "\n";
         };

@@ -16,9 +16,9 @@ void DiversionCommand::setup(CLI::App& app, CliContext& ctx)
             auto prefs = BoxCli::prepare(ctx);
             const bool on = m_state == "on";
             RouterFailure failure;
-            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(on ? QStringLiteral("CALLon") : QStringLiteral("CALLoff"),
-                                                                      QString(), QString(), prefs.get(), prefs.router(),
-                                                                      &failure),
+            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(
+                                    on ? QStringLiteral("CALLon") : QStringLiteral("CALLoff"), QString(),
+                                    QString(), prefs.get(), prefs.router(), &failure),
                                 failure, prefs);
             ctx.out() << "diversion " << (on ? "on" : "off") << "\n";
         };

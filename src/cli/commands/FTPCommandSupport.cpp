@@ -11,9 +11,8 @@
 #include <QSaveFile>
 
 FTPCommandSession::FTPCommandSession(CliContext& context)
-    : ctx(context)
-    , connection(context.environment().notifications())
-    , datasource(context.environment().notifications(), context.environment().voicemailMarkers(),
+    : ctx(context), connection(context.environment().notifications()),
+      datasource(context.environment().notifications(), context.environment().voicemailMarkers(),
                  &context.environment().callerNames())
 {
     auto prefs = ctx.targetLocation();

@@ -32,7 +32,8 @@ void FaxCommand::setup(CLI::App& app, CliContext& ctx)
         ctx.action = [this, &ctx] {
             FTPCommandSession session(ctx);
             session.datasource.sortBy = QString::fromStdString(m_sortBy);
-            const QList<FaxEntry> entries = session.datasource.loadFAXForDirectories(session.connection, session.directories);
+            const QList<FaxEntry> entries =
+                session.datasource.loadFAXForDirectories(session.connection, session.directories);
             const QVariantList grouped = session.datasource.preprocessFax(entries);
             if (ctx.json) {
                 QVariantList out;
@@ -62,7 +63,8 @@ void FaxCommand::setup(CLI::App& app, CliContext& ctx)
     get->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             FTPCommandSession session(ctx);
-            const QList<FaxEntry> entries = session.datasource.loadFAXForDirectories(session.connection, session.directories);
+            const QList<FaxEntry> entries =
+                session.datasource.loadFAXForDirectories(session.connection, session.directories);
             const FaxEntry& entry = entries.at(FTPCommandSession::resolveId(m_id, fileNames(entries)));
             QTemporaryDir temp;
             if (!temp.isValid())
@@ -79,7 +81,8 @@ void FaxCommand::setup(CLI::App& app, CliContext& ctx)
             if (!ctx.json)
                 ctx.out() << "Saved " << entry.fileName() << " to " << out << "\n";
             else
-                ctx.printJson(QVariantMap{{QStringLiteral("file"), entry.fileName()}, {QStringLiteral("out"), out}});
+                ctx.printJson(
+                    QVariantMap{{QStringLiteral("file"), entry.fileName()}, {QStringLiteral("out"), out}});
         };
     });
 
@@ -88,7 +91,8 @@ void FaxCommand::setup(CLI::App& app, CliContext& ctx)
     del->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             FTPCommandSession session(ctx);
-            const QList<FaxEntry> entries = session.datasource.loadFAXForDirectories(session.connection, session.directories);
+            const QList<FaxEntry> entries =
+                session.datasource.loadFAXForDirectories(session.connection, session.directories);
             QList<FaxEntry> chosen;
             for (const std::string& id : m_ids) {
                 const FaxEntry& e = entries.at(FTPCommandSession::resolveId(id, fileNames(entries)));

@@ -16,8 +16,9 @@ void HangupCommand::setup(CLI::App& app, CliContext& ctx)
             auto prefs = BoxCli::prepare(ctx);
             const QString port = QString::fromStdString(m_port);
             RouterFailure failure;
-            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(QStringLiteral("cancelCall"), QString(), port,
-                                                                      prefs.get(), prefs.router(), &failure),
+            BoxCli::checkAnswer(FBBoxConnectionHelper::dialWithAction(QStringLiteral("cancelCall"), QString(),
+                                                                      port, prefs.get(), prefs.router(),
+                                                                      &failure),
                                 failure, prefs);
             ctx.out() << "hung up\n";
         };

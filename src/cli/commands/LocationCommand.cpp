@@ -22,19 +22,17 @@ QString str(const std::string& s)
 QVariantMap summary(const TNPreferences& prefs, bool current)
 {
     return {
-        {QStringLiteral("uid"), prefs.uid},
-        {QStringLiteral("profile"), prefs.activeProfileInt},
-        {QStringLiteral("name"), prefs.locationName},
-        {QStringLiteral("host"), prefs.hostName},
-        {QStringLiteral("user"), prefs.userName},
-        {QStringLiteral("current"), current},
+        {QStringLiteral("uid"), prefs.uid},           {QStringLiteral("profile"), prefs.activeProfileInt},
+        {QStringLiteral("name"), prefs.locationName}, {QStringLiteral("host"), prefs.hostName},
+        {QStringLiteral("user"), prefs.userName},     {QStringLiteral("current"), current},
     };
 }
 
 void checkPort(int port, const char* what)
 {
     if (port < 0 || port > 65535)
-        throw CliError(2, QStringLiteral("%1 %2 is not a port number").arg(QString::fromLatin1(what)).arg(port));
+        throw CliError(2,
+                       QStringLiteral("%1 %2 is not a port number").arg(QString::fromLatin1(what)).arg(port));
 }
 
 } // namespace
@@ -53,8 +51,9 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
     add->add_option("--monitor-port", m_add.monitorPort, "Call monitor port (1012)");
     add->add_option("--tr064-port", m_add.tr064Port, "TR-064 port (49000)");
     add->add_option("--ftp-port", m_add.ftpPort, "FTP port (21)");
-    add->add_option("--prefixes", m_add.prefixes,
-                    "Dialling context: international prefix, country code, trunk prefix, area code (e.g. 00,49,0,30)");
+    add->add_option(
+        "--prefixes", m_add.prefixes,
+        "Dialling context: international prefix, country code, trunk prefix, area code (e.g. 00,49,0,30)");
     add->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             checkPort(m_add.webPort, "--web-port");
@@ -93,7 +92,8 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             prefs->passWord = password;
             if (!prefs->save()) {
                 const QString why = prefs->keyChainError
-                                        ? QStringLiteral("the password could not be stored: %1").arg(ctx.secrets().lastError())
+                                        ? QStringLiteral("the password could not be stored: %1")
+                                              .arg(ctx.secrets().lastError())
                                         : QStringLiteral("the settings could not be written");
                 mgr.removeLocationForID(uid);
                 throw CliError(1, why);
@@ -152,7 +152,8 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             for (auto it = dict.cbegin(); it != dict.cend(); ++it)
                 ctx.out() << it.key() << " = " << CliContext::valueText(it.value()) << "\n";
             ctx.out() << "password = " << (prefs->passWord.isEmpty() ? "not set" : "set") << "\n";
-            ctx.out() << "remote password = " << (prefs->remotePassWord.isEmpty() ? "not set" : "set") << "\n";
+            ctx.out() << "remote password = " << (prefs->remotePassWord.isEmpty() ? "not set" : "set")
+                      << "\n";
             ctx.out() << "FTP password = " << (prefs->FTPPassWord.isEmpty() ? "not set" : "set") << "\n";
         };
     });
@@ -196,7 +197,8 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
                 for (const auto& d : locationKeyTable())
                     if (d.key != keys::SaveDate && d.key != keys::DefaultCallArtNewLocation)
                         known << d.key;
-                throw CliError(2, QStringLiteral("unknown location key '%1' (known: %2)").arg(key, known.join(u", ")));
+                throw CliError(
+                    2, QStringLiteral("unknown location key '%1' (known: %2)").arg(key, known.join(u", ")));
             }
             QString error;
             const QVariant value = parseSettingValue(def->type, str(m_value), &error);
@@ -209,10 +211,12 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
         };
     });
 
-    auto* password = loc->add_subcommand("password", "Store a password of the location, read from standard input");
+    auto* password =
+        loc->add_subcommand("password", "Store a password of the location, read from standard input");
     password->add_flag("--remote", m_remote, "The remote-access password");
     password->add_flag("--ftp", m_ftp, "The FTP password");
-    password->add_flag("--password-stdin", m_passwordStdin, "Read the password from standard input")->required();
+    password->add_flag("--password-stdin", m_passwordStdin, "Read the password from standard input")
+        ->required();
     password->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             if (m_remote && m_ftp)
@@ -225,7 +229,8 @@ void LocationCommand::setup(CLI::App& app, CliContext& ctx)
             const bool ok = secret.isEmpty() ? (ctx.secrets().remove(service, account), true)
                                              : ctx.secrets().write(service, account, secret);
             if (!ok)
-                throw CliError(1, QStringLiteral("the password could not be stored: %1").arg(ctx.secrets().lastError()));
+                throw CliError(
+                    1, QStringLiteral("the password could not be stored: %1").arg(ctx.secrets().lastError()));
             if (!ctx.json)
                 ctx.out() << "Password stored.\n";
         };

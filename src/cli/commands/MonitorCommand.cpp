@@ -33,14 +33,14 @@ public:
     std::optional<CallNotification> pending;
 };
 
-QVariantMap jsonRecord(const QString& event, const CallRecord& record, const std::optional<CallNotification>& note)
+QVariantMap jsonRecord(const QString& event, const CallRecord& record,
+                       const std::optional<CallNotification>& note)
 {
     QVariantMap map = record.toMap();
     map.remove(QStringLiteral("UILocalNote"));
     for (const char* key : {"dateStart", "dateEnd"}) {
         const QString k = QString::fromLatin1(key);
-        if (map.contains(k))
-        {
+        if (map.contains(k)) {
             // With the offset, so a reader in another time zone gets the same instant.
             const QDateTime t = map.value(k).toDateTime();
             map.insert(k, t.toOffsetFromUtc(t.offsetFromUtc()).toString(Qt::ISODate));
@@ -48,18 +48,19 @@ QVariantMap jsonRecord(const QString& event, const CallRecord& record, const std
     }
     map.insert(QStringLiteral("event"), event);
     if (note)
-        map.insert(QStringLiteral("notification"),
-                   QVariantMap{{QStringLiteral("title"), note->title},
-                               {QStringLiteral("subtitle"), note->subtitle},
-                               {QStringLiteral("body"), note->body}});
+        map.insert(QStringLiteral("notification"), QVariantMap{{QStringLiteral("title"), note->title},
+                                                               {QStringLiteral("subtitle"), note->subtitle},
+                                                               {QStringLiteral("body"), note->body}});
     return map;
 }
 
 QString textLine(const QString& event, const CallRecord& r, const QStringList& fields)
 {
-    QString text = QStringLiteral("%1 %2 conn %3").arg(fields.value(0), event.leftJustified(10), fields.value(2));
+    QString text =
+        QStringLiteral("%1 %2 conn %3").arg(fields.value(0), event.leftJustified(10), fields.value(2));
     if (!r.number.isEmpty() || event == u"RING" || event == u"CALL")
-        text += QStringLiteral(" number %1").arg(r.number.isEmpty() ? QStringLiteral("(withheld)") : r.number);
+        text +=
+            QStringLiteral(" number %1").arg(r.number.isEmpty() ? QStringLiteral("(withheld)") : r.number);
     if (!r.line.isEmpty())
         text += QStringLiteral(" line %1").arg(r.line);
     if (!r.extension.isEmpty())
@@ -106,13 +107,15 @@ void MonitorCommand::run(CliContext& ctx)
     QObject::connect(&listener, &StreamListener::lineProcessed, &loop,
                      [&](const QString& event, const CallRecord& record, bool, const QStringList& fields) {
                          if (ctx.json) {
-                             ctx.out() << QJsonDocument(QJsonObject::fromVariantMap(jsonRecord(event, record, printed.pending)))
+                             ctx.out() << QJsonDocument(QJsonObject::fromVariantMap(
+                                                            jsonRecord(event, record, printed.pending)))
                                               .toJson(QJsonDocument::Compact)
                                        << "\n";
                          } else {
                              ctx.out() << textLine(event, record, fields) << "\n";
                              if (printed.pending) {
-                                 QStringList parts{printed.pending->title + QStringLiteral(": ") + printed.pending->subtitle};
+                                 QStringList parts{printed.pending->title + QStringLiteral(": ") +
+                                                   printed.pending->subtitle};
                                  parts += printed.pending->body.split(u'\n', Qt::SkipEmptyParts);
                                  ctx.out() << "    " << parts.join(QStringLiteral(" | ")) << "\n";
                              }
@@ -129,10 +132,12 @@ void MonitorCommand::run(CliContext& ctx)
             ctx.err().flush();
         }
     });
-    QObject::connect(&service.reconnector(), &CallMonitorReconnector::retryScheduled, &loop, [&](int delayMs, const QString& why) {
-        ctx.err() << "tondrel-cli: call monitor: " << why << "; trying again in " << delayMs / 1000.0 << " s\n";
-        ctx.err().flush();
-    });
+    QObject::connect(&service.reconnector(), &CallMonitorReconnector::retryScheduled, &loop,
+                     [&](int delayMs, const QString& why) {
+                         ctx.err() << "tondrel-cli: call monitor: " << why << "; trying again in "
+                                   << delayMs / 1000.0 << " s\n";
+                         ctx.err().flush();
+                     });
     QTimer deadline;
     deadline.setSingleShot(true);
     QObject::connect(&deadline, &QTimer::timeout, &loop, &QEventLoop::quit);

@@ -10,9 +10,12 @@ namespace {
 QVariantList& listOf(TNPreferences& prefs, PhoneListCommand::Kind kind)
 {
     switch (kind) {
-    case PhoneListCommand::Kind::Extensions: return prefs.extensions;
-    case PhoneListCommand::Kind::Lines: return prefs.lines;
-    case PhoneListCommand::Kind::FaxLines: break;
+    case PhoneListCommand::Kind::Extensions:
+        return prefs.extensions;
+    case PhoneListCommand::Kind::Lines:
+        return prefs.lines;
+    case PhoneListCommand::Kind::FaxLines:
+        break;
     }
     return prefs.faxLines;
 }
@@ -29,14 +32,17 @@ QString rowText(const QVariantMap& row, PhoneListCommand::Kind kind)
         flags += QStringLiteral(" (hidden in list)");
     if (row.value(QStringLiteral("HideMonitor")).toBool())
         flags += QStringLiteral(" (hidden in monitor)");
-    return QStringLiteral("%1\t%2%3").arg(row.value(QStringLiteral("Line")).toString(),
-                                          row.value(QStringLiteral("Title")).toString(), flags);
+    return QStringLiteral("%1\t%2%3")
+        .arg(row.value(QStringLiteral("Line")).toString(), row.value(QStringLiteral("Title")).toString(),
+             flags);
 }
 } // namespace
 
 void PhoneListCommand::setup(CLI::App& app, CliContext& ctx)
 {
-    const char* name = m_kind == Kind::Extensions ? "extensions" : m_kind == Kind::Lines ? "lines" : "faxlines";
+    const char* name = m_kind == Kind::Extensions ? "extensions"
+                       : m_kind == Kind::Lines    ? "lines"
+                                                  : "faxlines";
     const char* what = m_kind == Kind::Extensions ? "The router's extensions (telephones)"
                        : m_kind == Kind::Lines    ? "The router's lines (own numbers)"
                                                   : "The router's fax lines";
@@ -58,8 +64,8 @@ void PhoneListCommand::setup(CLI::App& app, CliContext& ctx)
             QVariantList& list = listOf(*prefs, m_kind);
             QVariantList merged;
             if (m_kind == Kind::Extensions)
-                merged = FBBoxPhoneHelper::getExtensionsFromBoxAndMerge(FBBoxPhoneHelper::convertIntoNewExtensions(list), prefs.get(),
-                                                                       prefs.router());
+                merged = FBBoxPhoneHelper::getExtensionsFromBoxAndMerge(
+                    FBBoxPhoneHelper::convertIntoNewExtensions(list), prefs.get(), prefs.router());
             else if (m_kind == Kind::Lines)
                 merged = FBBoxPhoneHelper::getLinesFromBoxAndMerge(list, prefs.get(), prefs.router());
             else

@@ -23,7 +23,8 @@ QVariantMap contactJson(const BoxPhonebookContact& c)
                                    {QStringLiteral("prio"), n.prio},
                                    {QStringLiteral("quickdial"), n.quickDial},
                                    {QStringLiteral("vanity"), n.vanity}});
-    return {{QStringLiteral("name"), c.name}, {QStringLiteral("category"), c.category},
+    return {{QStringLiteral("name"), c.name},
+            {QStringLiteral("category"), c.category},
             {QStringLiteral("numbers"), numbers}};
 }
 } // namespace
@@ -52,7 +53,8 @@ void PhonebookCommand::setup(CLI::App& app, CliContext& ctx)
     on->needs(quick);
     add->callback([this, &ctx] { ctx.action = [this, &ctx] { this->add(ctx); }; });
 
-    auto* group = pb->add_subcommand("export-group", "Replace the router's phone book with an address-book group");
+    auto* group =
+        pb->add_subcommand("export-group", "Replace the router's phone book with an address-book group");
     group->add_option("GROUP", m_group, "Group (vCard CATEGORIES) name")->required();
     group->add_option("--address-book", m_addressBook, "A .vcf file or folder instead of the configured one");
     group->callback([this, &ctx] { ctx.action = [this, &ctx] { exportGroup(ctx); }; });
@@ -119,7 +121,8 @@ void PhonebookCommand::exportGroup(CliContext& ctx)
                                                  ? VCardAddressBook::fromSettings(ctx.settings())
                                                  : std::make_unique<VCardAddressBook>(str(m_addressBook));
     if (!book || !book->isAvailable())
-        throw CliError(1, QStringLiteral("no address book can be read (set AddressBook or give --address-book)"));
+        throw CliError(
+            1, QStringLiteral("no address book can be read (set AddressBook or give --address-book)"));
     const QString group = str(m_group);
     if (!adressbooksearch::addressbookGroups(book.get()).contains(group))
         throw CliError(1, QStringLiteral("the address book has no group '%1'").arg(group));

@@ -33,7 +33,8 @@ const GlobalKeyDef& knownKey(const QString& key)
 
 void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
 {
-    auto* cmd = app.add_subcommand("settings", "The global settings (for one location's settings use 'location')");
+    auto* cmd =
+        app.add_subcommand("settings", "The global settings (for one location's settings use 'location')");
     cmd->require_subcommand(1);
 
     auto* list = cmd->add_subcommand("list", "Every global setting with its value (* marks a default)");
@@ -50,8 +51,8 @@ void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
                     all.insert(def.key, value);
                     continue;
                 }
-                ctx.out() << (stored ? "  " : "* ") << def.key << " = " << CliContext::valueText(value) << "  ("
-                          << settingTypeName(def.type) << ")\n";
+                ctx.out() << (stored ? "  " : "* ") << def.key << " = " << CliContext::valueText(value)
+                          << "  (" << settingTypeName(def.type) << ")\n";
             }
             if (ctx.json)
                 ctx.printJson(all);
@@ -84,7 +85,8 @@ void SettingsCommand::setup(CLI::App& app, CliContext& ctx)
             SettingsStore& store = ctx.settings();
             store.setValue(def.key, value);
             if (!store.sync())
-                throw CliError(1, QStringLiteral("the settings could not be written to %1").arg(store.filePath()));
+                throw CliError(
+                    1, QStringLiteral("the settings could not be written to %1").arg(store.filePath()));
             if (!ctx.json)
                 ctx.out() << def.key << " = " << CliContext::valueText(value) << "\n";
         };

@@ -2,10 +2,10 @@
 
 #include "CliContext.h"
 
-#include "base/NotificationCenter.h"
-#include "base/TNPreferencesManager.h"
 #include "assistant/TNAssistantDatasource.h"
 #include "assistant/TNAssistantSaver.h"
+#include "base/NotificationCenter.h"
+#include "base/TNPreferencesManager.h"
 #include "box/RouterSessions.h"
 
 void SetupCommand::setup(CLI::App& app, CliContext& ctx)
@@ -13,7 +13,8 @@ void SetupCommand::setup(CLI::App& app, CliContext& ctx)
     auto* cmd = app.add_subcommand("setup", "Read a router and write a new location from its settings");
     cmd->add_option("--host", m_host, "The router's address")->required();
     cmd->add_option("--user", m_user, "Router user name");
-    cmd->add_flag("--password-stdin", m_passwordStdin, "Read the router password from standard input")->required();
+    cmd->add_flag("--password-stdin", m_passwordStdin, "Read the router password from standard input")
+        ->required();
     cmd->add_option("--name", m_name, "Name of the new location");
     cmd->add_option("--web-port", m_webPort, "The router's web port (80)")->check(CLI::Range(1, 65535));
     cmd->callback([this, &ctx] {
@@ -52,7 +53,8 @@ void SetupCommand::setup(CLI::App& app, CliContext& ctx)
                 ctx.out() << "no remote access host known; set one with: location set RemoteHost NAME\n";
             else
                 ctx.out() << "remote host " << data.remoteHost << ":"
-                          << (data.remoteSSLPort.isEmpty() ? QStringLiteral("443") : data.remoteSSLPort) << "\n";
+                          << (data.remoteSSLPort.isEmpty() ? QStringLiteral("443") : data.remoteSSLPort)
+                          << "\n";
         };
     });
 }

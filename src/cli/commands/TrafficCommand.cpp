@@ -4,8 +4,8 @@
 #include "CliContext.h"
 
 #include "base/TNPreferences.h"
-#include "box/TrafficSampler.h"
 #include "box/RouterCommand.h"
+#include "box/TrafficSampler.h"
 
 #include <QEventLoop>
 #include <QJsonDocument>
@@ -15,8 +15,9 @@
 namespace {
 QString newest(const QVariantMap& record, const char* key)
 {
-    return record.value(QString::fromLatin1(key)).toStringList().value(
-        record.value(QString::fromLatin1(key)).toStringList().size() - 1);
+    return record.value(QString::fromLatin1(key))
+        .toStringList()
+        .value(record.value(QString::fromLatin1(key)).toStringList().size() - 1);
 }
 } // namespace
 
@@ -36,14 +37,15 @@ void TrafficCommand::setup(CLI::App& app, CliContext& ctx)
             int seen = 0;
             QObject::connect(&sampler, &TrafficSampler::trafficRecord, &loop, [&](const QVariantMap& record) {
                 if (ctx.json) {
-                    ctx.out() << QJsonDocument(QJsonObject::fromVariantMap(record)).toJson(QJsonDocument::Compact)
-                              << "\n";
+                    ctx.out()
+                        << QJsonDocument(QJsonObject::fromVariantMap(record)).toJson(QJsonDocument::Compact)
+                        << "\n";
                 } else {
-                    ctx.out() << "down internet " << newest(record, "ds_internet") << " tv " << newest(record, "ds_tv")
-                              << " | up realtime " << newest(record, "us_realtime") << " important "
-                              << newest(record, "us_important") << " default " << newest(record, "us_default")
-                              << " low " << newest(record, "us_low") << " | max down "
-                              << record.value(QStringLiteral("max_ds")).toString() << " up "
+                    ctx.out() << "down internet " << newest(record, "ds_internet") << " tv "
+                              << newest(record, "ds_tv") << " | up realtime " << newest(record, "us_realtime")
+                              << " important " << newest(record, "us_important") << " default "
+                              << newest(record, "us_default") << " low " << newest(record, "us_low")
+                              << " | max down " << record.value(QStringLiteral("max_ds")).toString() << " up "
                               << record.value(QStringLiteral("max_us")).toString() << "\n";
                 }
                 ctx.out().flush();

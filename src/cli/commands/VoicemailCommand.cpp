@@ -62,9 +62,9 @@ void VoicemailCommand::setup(CLI::App& app, CliContext& ctx)
                 if (h != header)
                     ctx.out() << "[" << (header = h) << "]\n";
                 const QString who = e.Contact.value(1).isEmpty() ? e.PhoneNumber : e.Contact.value(1);
-                ctx.out() << i + 1 << "\t" << e.CallDate << " " << e.CallTime << "\t" << e.CallDuration << "\t"
-                          << (who.isEmpty() ? QStringLiteral("-") : who) << "\t" << e.CalledLine << "\t"
-                          << e.RecFile << "\n";
+                ctx.out() << i + 1 << "\t" << e.CallDate << " " << e.CallTime << "\t" << e.CallDuration
+                          << "\t" << (who.isEmpty() ? QStringLiteral("-") : who) << "\t" << e.CalledLine
+                          << "\t" << e.RecFile << "\n";
             }
         };
     });
@@ -81,7 +81,8 @@ void VoicemailCommand::setup(CLI::App& app, CliContext& ctx)
             if (!temp.isValid())
                 throw CliError(1, QStringLiteral("no temporary folder: %1").arg(temp.errorString()));
             QString error;
-            const QString wavPath = VBGetVoicemail(session.connection).getVoicemail(entry, temp.path(), &error);
+            const QString wavPath =
+                VBGetVoicemail(session.connection).getVoicemail(entry, temp.path(), &error);
             if (wavPath.isEmpty())
                 throw CliError(1, QStringLiteral("%1: %2").arg(entry.RecFile, error));
             QFile wav(wavPath);
@@ -92,7 +93,8 @@ void VoicemailCommand::setup(CLI::App& app, CliContext& ctx)
             if (!ctx.json)
                 ctx.out() << "Saved " << entry.RecFile << " to " << out << "\n";
             else
-                ctx.printJson(QVariantMap{{QStringLiteral("RecFile"), entry.RecFile}, {QStringLiteral("out"), out}});
+                ctx.printJson(
+                    QVariantMap{{QStringLiteral("RecFile"), entry.RecFile}, {QStringLiteral("out"), out}});
         };
     });
 

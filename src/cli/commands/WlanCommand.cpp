@@ -10,8 +10,11 @@
 
 void WlanCommand::setup(CLI::App& app, CliContext& ctx)
 {
-    auto* cmd = app.add_subcommand("wlan", "Switch the WLAN radios: on, off, 2on, 2off (2.4 GHz), 5on, 5off (5 GHz)");
-    cmd->add_option("state", m_state, "on, off, 2on, 2off, 5on, 5off")->required()->check(CLI::IsMember({"on", "off", "2on", "2off", "5on", "5off"}));
+    auto* cmd =
+        app.add_subcommand("wlan", "Switch the WLAN radios: on, off, 2on, 2off (2.4 GHz), 5on, 5off (5 GHz)");
+    cmd->add_option("state", m_state, "on, off, 2on, 2off, 5on, 5off")
+        ->required()
+        ->check(CLI::IsMember({"on", "off", "2on", "2off", "5on", "5off"}));
     cmd->callback([this, &ctx] {
         ctx.action = [this, &ctx] {
             auto prefs = BoxCli::prepare(ctx);
@@ -20,8 +23,9 @@ void WlanCommand::setup(CLI::App& app, CliContext& ctx)
             FBBoxSystemHelper::threadcheckWLANStatus(prefs.get(), prefs.router());
             const QString word = QStringLiteral("WLAN") + QString::fromStdString(m_state);
             RouterFailure failure;
-            BoxCli::checkAnswer(FBBoxSystemHelper::threadSetWLANStatus(prefs.get(), prefs.router(), word, &failure), failure,
-                                prefs);
+            BoxCli::checkAnswer(
+                FBBoxSystemHelper::threadSetWLANStatus(prefs.get(), prefs.router(), word, &failure), failure,
+                prefs);
             if (ctx.json) {
                 ctx.printJson(QVariantMap{{QStringLiteral("WLANStatus"), prefs.router().WLANStatus}});
                 return;

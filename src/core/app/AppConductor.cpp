@@ -2,19 +2,21 @@
 
 #include "base/DialURL.h"
 #include "base/Logging.h"
-#include "monitor/NetworkReachability.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
-#include "monitor/SleepWatcher.h"
 #include "base/TNPreferencesManager.h"
+#include "monitor/NetworkReachability.h"
+#include "monitor/SleepWatcher.h"
 #include "monitor/StreamListener.h"
 
-AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listener, NotificationCenter& center,
-                           NetworkReachability* reachability, Hooks hooks, QObject* parent)
-    : QObject(parent), m_manager(manager), m_listener(listener), m_center(center), m_reachability(reachability),
-      m_hooks(std::move(hooks)), m_reconnector(listener, ReconnectBackoff(), this)
+AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listener,
+                           NotificationCenter& center, NetworkReachability* reachability, Hooks hooks,
+                           QObject* parent)
+    : QObject(parent), m_manager(manager), m_listener(listener), m_center(center),
+      m_reachability(reachability), m_hooks(std::move(hooks)),
+      m_reconnector(listener, ReconnectBackoff(), this)
 {
     m_statusTimer.setInterval(StatusIntervalMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &AppConductor::checkWLANStatus);
@@ -23,9 +25,8 @@ AppConductor::AppConductor(TNPreferencesManager& manager, StreamListener& listen
                 &AppConductor::checkInternetConnection);
     m_center.addObserver(this, Notifications::ACTIVATESETTINGS,
                          [this](const Notification&) { activateSettingsAndCallMonitor(); });
-    m_center.addObserver(this, Notifications::CALLMONITORSTATUS, [this](const Notification&) {
-        emit callMonitorChecked(m_listener.isConnected());
-    });
+    m_center.addObserver(this, Notifications::CALLMONITORSTATUS,
+                         [this](const Notification&) { emit callMonitorChecked(m_listener.isConnected()); });
 }
 
 void AppConductor::setBackoff(ReconnectBackoff backoff)
@@ -81,7 +82,8 @@ void AppConductor::checkInternetConnection()
     if (m_asleep || !hasCurrentLocation())
         return;
     const auto prefs = m_manager.currentPreferences();
-    if (!prefs->useCallmonitor || m_listener.isConnected() || m_listener.isConnecting() || prefs->hostName.isEmpty())
+    if (!prefs->useCallmonitor || m_listener.isConnected() || m_listener.isConnecting() ||
+        prefs->hostName.isEmpty())
         return;
     if (m_reachability && !m_reachability->isReachable(prefs->hostName)) {
         qCInfo(lcApp) << "Router not reachable; the call monitor waits for the network";

@@ -1,14 +1,13 @@
 #include "app/AppEnvironment.h"
 
-#include "base/SecretStore.h"
-#include "base/SettingsStore.h"
-#include "base/TNPreferencesManager.h"
+#include "app/CallListSync.h"
+#include "app/ServiceAdapters.h"
 #include "base/Clock.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
-#include "app/CallListSync.h"
-#include "app/ServiceAdapters.h"
-#include "base/NotificationCenter.h"
+#include "base/SecretStore.h"
+#include "base/SettingsStore.h"
+#include "base/TNPreferencesManager.h"
 #include "box/RouterSession.h"
 #include "box/RouterSessions.h"
 #include "calllist/JournalDownload.h"
@@ -17,7 +16,8 @@
 #include "contacts/VCardAddressBook.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
-    : m_paths(std::move(paths)), m_center(NotificationCenter::defaultCenter()), m_secretsKind(std::move(secretsKind))
+    : m_paths(std::move(paths)), m_center(NotificationCenter::defaultCenter()),
+      m_secretsKind(std::move(secretsKind))
 {
 }
 
@@ -56,8 +56,7 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_corrupt = false;
     }
     if (!m_callinglist) {
-        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings,
-                                                        m_center);
+        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings, m_center);
         if (!m_callinglist->isValid())
             m_callinglist.reset();
     }
@@ -66,16 +65,14 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_callinglist->setPreferencesManager(m_manager.get());
     }
     m_manager->start();
-    m_routerSessions =
-        std::make_unique<RouterSessions>(m_center, Clock::system(), m_manager.get());
+    m_routerSessions = std::make_unique<RouterSessions>(m_center, Clock::system(), m_manager.get());
 
     if (m_callinglist) {
         m_callerCache = std::make_unique<DatabaseCallerCache>(*m_callinglist);
         m_voicemailMarkers = std::make_unique<DatabaseVoicemailMarkers>(*m_callinglist, *m_manager);
     }
     m_contacts = std::make_unique<ContactsServices>(m_paths.dataDir, m_paths.scriptsDir(), *m_settings,
-                                                    m_callerCache.get(), Clock::system(),
-                                                    m_center);
+                                                    m_callerCache.get(), Clock::system(), m_center);
     m_callerNames = std::make_unique<ContactsCallerNames>(*m_manager, *m_contacts);
     if (m_callinglist) {
         ContactsServices* contacts = m_contacts.get();
@@ -86,11 +83,12 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         // The journal comes over the location's own router session.
         sync->setDownload([sessions = m_routerSessions.get()](const std::shared_ptr<TNPreferences>& prefs,
                                                               const QString& cancel, RouterFailure* failure) {
-            return prefs ? JournalLoading::downloadFromRouter(prefs, *sessions->forLocation(*prefs), cancel, failure)
+            return prefs ? JournalLoading::downloadFromRouter(prefs, *sessions->forLocation(*prefs), cancel,
+                                                              failure)
                          : QString();
         });
         m_center.addObserver(sync, Notifications::ACTIVATESETTINGS,
-                                                        [sync](const Notification&) { sync->refreshBadge(); });
+                             [sync](const Notification&) { sync->refreshBadge(); });
     }
     return true;
 }

@@ -134,12 +134,13 @@ CallListSyncResult CallListSync::run(const Request& request)
     result.stoppedEarly = r.stoppedEarly;
     result.newCalls = m_calls.getNewCallsCounterFromListForProfile(profile);
     if (r.result < 0) {
-        result.error = result.download ? QStringLiteral("the router's journal could not be read%1")
-                                             .arg(result.failure ? QStringLiteral(": ") + result.failure.message
-                                                                 : QString())
-                       : QFileInfo(request.path).isReadable()
-                           ? QStringLiteral("%1 is not a call journal").arg(request.path)
-                           : QStringLiteral("cannot read %1").arg(request.path);
+        result.error =
+            result.download
+                ? QStringLiteral("the router's journal could not be read%1")
+                      .arg(result.failure ? QStringLiteral(": ") + result.failure.message : QString())
+            : QFileInfo(request.path).isReadable()
+                ? QStringLiteral("%1 is not a call journal").arg(request.path)
+                : QStringLiteral("cannot read %1").arg(request.path);
     }
     // Only a download that brought calls changes the badge; file imports are old calls.
     if (result.download && r.result > 0) {

@@ -31,7 +31,7 @@ struct CallListSyncResult
     bool stoppedEarly = false;
     QString error;         // empty on success
     RouterFailure failure; // why a download failed, when the router said
-    QString badge; // the status item's title after this import
+    QString badge;         // the status item's title after this import
 };
 Q_DECLARE_METATYPE(CallListSyncResult)
 
@@ -43,8 +43,8 @@ class CallListSync : public QObject
     Q_OBJECT
 public:
     // Fetches the journal of a location; the router may stop once the cancel string went by.
-    using Download = std::function<QString(const std::shared_ptr<TNPreferences>& prefs, const QString& cancelString,
-                                           RouterFailure* failure)>;
+    using Download = std::function<QString(const std::shared_ptr<TNPreferences>& prefs,
+                                           const QString& cancelString, RouterFailure* failure)>;
     // The address book to name new callers; may return null.
     using BookSource = std::function<const AddressBook*()>;
 

@@ -47,9 +47,10 @@ CallMonitorService::CallMonitorService(AppEnvironment& env, Hooks hooks, QObject
         m_reachability = std::make_unique<SystemNetworkReachability>();
         m_sleep = std::make_unique<SleepWatcher>();
     }
-    m_conductor = std::make_unique<AppConductor>(
-        env.manager(), *m_listener, env.notifications(), m_reachability.get(),
-        AppConductor::Hooks{.checkRouterStatus = m_hooks.checkRouterStatus, .loadCallList = m_hooks.importJournal});
+    m_conductor =
+        std::make_unique<AppConductor>(env.manager(), *m_listener, env.notifications(), m_reachability.get(),
+                                       AppConductor::Hooks{.checkRouterStatus = m_hooks.checkRouterStatus,
+                                                           .loadCallList = m_hooks.importJournal});
     if (m_sleep)
         m_conductor->attachSleepWatcher(*m_sleep);
 }

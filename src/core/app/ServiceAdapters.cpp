@@ -1,20 +1,20 @@
 #include "app/ServiceAdapters.h"
 
+#include "base/TNPreferences.h"
 #include "base/TNPreferencesManager.h"
 #include "calllist/TNCallinglist.h"
-#include "base/TNPreferences.h"
 #include "contacts/CallerIdentification.h"
 #include "contacts/ContactsServices.h"
-#include "contacts/VCardAddressBook.h"
 #include "contacts/ReverseLookup.h"
+#include "contacts/VCardAddressBook.h"
 
 QStringList DatabaseCallerCache::searchCallerNameForPhoneNumber(const QString& number)
 {
     return m_db.searchCallerNameForPhoneNumber(number);
 }
 
-void DatabaseCallerCache::insertCallerWithName(const QString& name, const QString& number, const QString& abid,
-                                               const QString& label)
+void DatabaseCallerCache::insertCallerWithName(const QString& name, const QString& number,
+                                               const QString& abid, const QString& label)
 {
     m_db.insertCallerWithName(name, number, abid, label);
 }
@@ -53,14 +53,16 @@ QStringList ContactsCallerNames::searchNameForPhonenumber(const QString& number)
                                              prefs ? prefs->contactFormat : QVariantMap());
 }
 
-void ContactsCallerNames::reverseSearchInBackground(const QString& connID, const QString& number, ReverseResult done)
+void ContactsCallerNames::reverseSearchInBackground(const QString& connID, const QString& number,
+                                                    ReverseResult done)
 {
     const auto prefs = m_manager.currentPreferences();
     if (!prefs || !prefs->useReverseSearch)
         return;
-    m_contacts.reverseLookup().reverseSearchInBackground(connID, number, Prefixis(prefs->prefixis), &m_context,
-                                        [done](const QString& name, const QString& id) {
-                                            if (!name.isEmpty())
-                                                done(id, name);
-                                        });
+    m_contacts.reverseLookup().reverseSearchInBackground(connID, number, Prefixis(prefs->prefixis),
+                                                         &m_context,
+                                                         [done](const QString& name, const QString& id) {
+                                                             if (!name.isEmpty())
+                                                                 done(id, name);
+                                                         });
 }

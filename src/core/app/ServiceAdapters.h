@@ -28,7 +28,9 @@ private:
 class DatabaseVoicemailMarkers final : public VoicemailMarkerStore
 {
 public:
-    DatabaseVoicemailMarkers(TNCallinglist& db, TNPreferencesManager& manager) : m_db(db), m_manager(manager) {}
+    DatabaseVoicemailMarkers(TNCallinglist& db, TNPreferencesManager& manager) : m_db(db), m_manager(manager)
+    {
+    }
     QDateTime lastSavedVoicemailDate() override;
     void setLastSavedVoicemailDate(const QDateTime& date) override;
     QDateTime lastSavedFaxDate() override;

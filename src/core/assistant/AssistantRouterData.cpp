@@ -51,14 +51,22 @@ int slotsFromNewId(const QString& newId)
 const QStringList& assistantVariables()
 {
     static const QStringList vars{
-        QStringLiteral("telcfg:settings/Location/LKZ"),      QStringLiteral("telcfg:settings/Location/LKZPrefix"),
-        QStringLiteral("telcfg:settings/Location/OKZ"),      QStringLiteral("telcfg:settings/Location/OKZPrefix"),
-        QStringLiteral("telcfg:settings/DialPort"),          QStringLiteral("telcfg:settings/UseClickToDial"),
-        QStringLiteral("ddns:settings/account0/domain"),     QStringLiteral("ddns:settings/account0/activated"),
-        QStringLiteral("remoteman:settings/https_port"),     QStringLiteral("remoteman:settings/enabled"),
-        QStringLiteral("remoteman:settings/username"),       QStringLiteral("boxusers:settings/user/newid"),
-        QStringLiteral("jasonii:settings/is_box_registered"), QStringLiteral("jasonii:settings/enabled"),
-        QStringLiteral("jasonii:settings/dyndnsname"),       QStringLiteral("jasonii:settings/user_email"),
+        QStringLiteral("telcfg:settings/Location/LKZ"),
+        QStringLiteral("telcfg:settings/Location/LKZPrefix"),
+        QStringLiteral("telcfg:settings/Location/OKZ"),
+        QStringLiteral("telcfg:settings/Location/OKZPrefix"),
+        QStringLiteral("telcfg:settings/DialPort"),
+        QStringLiteral("telcfg:settings/UseClickToDial"),
+        QStringLiteral("ddns:settings/account0/domain"),
+        QStringLiteral("ddns:settings/account0/activated"),
+        QStringLiteral("remoteman:settings/https_port"),
+        QStringLiteral("remoteman:settings/enabled"),
+        QStringLiteral("remoteman:settings/username"),
+        QStringLiteral("boxusers:settings/user/newid"),
+        QStringLiteral("jasonii:settings/is_box_registered"),
+        QStringLiteral("jasonii:settings/enabled"),
+        QStringLiteral("jasonii:settings/dyndnsname"),
+        QStringLiteral("jasonii:settings/user_email"),
         QStringLiteral("boxusers:settings/compatibility_mode"),
     };
     return vars;
@@ -69,8 +77,8 @@ QStringList userVariables(int index)
     const auto v = [index](const char* field) {
         return QStringLiteral("boxusers:settings/user%1/%2").arg(index).arg(QLatin1String(field));
     };
-    return {v("name"), v("nas_rights"), v("box_admin_rights"), v("dial_rights"), v("nas_rights"), v("phone_rights"),
-            v("UID")};
+    return {v("name"),         v("nas_rights"), v("box_admin_rights"), v("dial_rights"), v("nas_rights"),
+            v("phone_rights"), v("UID")};
 }
 
 ReadOutcome assistantDataFromAnswer(const QStringList& answer, int sessionResult, std::uint32_t userRights,
@@ -87,8 +95,8 @@ ReadOutcome assistantDataFromAnswer(const QStringList& answer, int sessionResult
     data->prefixis = {at(answer, LKZPrefix), at(answer, LKZ), at(answer, OKZPrefix), at(answer, OKZ)};
     data->dialPort = at(answer, DialPort);
 
-    const bool myFritz = at(answer, MyFritzRegistered) == u"1" && at(answer, MyFritzEnabled) == u"1"
-                         && !at(answer, MyFritzName).isEmpty() && !at(answer, MyFritzEmail).isEmpty();
+    const bool myFritz = at(answer, MyFritzRegistered) == u"1" && at(answer, MyFritzEnabled) == u"1" &&
+                         !at(answer, MyFritzName).isEmpty() && !at(answer, MyFritzEmail).isEmpty();
     data->myFritzHost = myFritz;
     if (myFritz) {
         data->remoteHost = at(answer, MyFritzName);
@@ -110,8 +118,8 @@ QVector<AssistantRouterUser> usersFromAnswer(const QStringList& answer, int coun
     QVector<AssistantRouterUser> users;
     for (int i = 0; i < count && (i + 1) * kUserFields <= answer.size(); ++i) {
         const int b = i * kUserFields;
-        AssistantRouterUser u{at(answer, b), at(answer, b + 1), at(answer, b + 2), at(answer, b + 3),
-                              at(answer, b + 5), at(answer, b + 6)};
+        AssistantRouterUser u{at(answer, b),     at(answer, b + 1), at(answer, b + 2),
+                              at(answer, b + 3), at(answer, b + 5), at(answer, b + 6)};
         if (u.name.isEmpty() || u.name == u"boxuser98")
             continue;
         users.append(u);

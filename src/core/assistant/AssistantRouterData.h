@@ -32,10 +32,10 @@ struct AssistantRouterData
     QString remoteSSLPort;
     QString remoteUser;
     QString remotePass;
-    bool myFritzHost = false;    // the remote host is the router's registered MyFRITZ! name
+    bool myFritzHost = false;     // the remote host is the router's registered MyFRITZ! name
     bool needsRemoteHost = false; // no remote host known: the user is asked for one
-    bool readUsers = false;      // the router keeps user accounts (not compatibility mode)
-    int userSlots = 0;           // user indices worth asking for
+    bool readUsers = false;       // the router keeps user accounts (not compatibility mode)
+    int userSlots = 0;            // user indices worth asking for
     QVector<AssistantRouterUser> users;
     QString broadcast;
     QString mac;

@@ -34,8 +34,8 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
     m_failure = session.currentSessionIDUsePreferences(prefs.get());
     QStringList answer;
     if (session.sessionResult == TNSessionResultLoggedIn)
-        answer = FBBoxConnectionHelper::componentsArrayForVariables(AssistantRules::assistantVariables(), prefs.get(),
-                                                                    *routerSession, &m_failure);
+        answer = FBBoxConnectionHelper::componentsArrayForVariables(AssistantRules::assistantVariables(),
+                                                                    prefs.get(), *routerSession, &m_failure);
     const ReadOutcome outcome =
         AssistantRules::assistantDataFromAnswer(answer, session.sessionResult, session.userRights, data);
     switch (outcome) {
@@ -49,7 +49,8 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
     case ReadOutcome::NotLoggedIn:
     case ReadOutcome::InvalidAnswer:
         m_error = Localization::localized(QStringLiteral("assistantErrorConfig"));
-        qCWarning(lcAssistant) << "assistant: reading the router failed, session result" << session.sessionResult;
+        qCWarning(lcAssistant) << "assistant: reading the router failed, session result"
+                               << session.sessionResult;
         return outcome;
     case ReadOutcome::Ok:
         break;
@@ -60,7 +61,8 @@ ReadOutcome TNAssistantDatasource::assistantDataForHost(AssistantRouterData* dat
         for (int i = 0; i < data->userSlots; ++i)
             names += AssistantRules::userVariables(i);
         data->users = AssistantRules::usersFromAnswer(
-            FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get(), *routerSession), data->userSlots);
+            FBBoxConnectionHelper::componentsArrayForVariables(names, prefs.get(), *routerSession),
+            data->userSlots);
     }
     // The new location starts with the router's own numbers.
     data->lines = FBBoxPhoneHelper::getLinesFromBoxAndMerge({}, prefs.get(), *routerSession);

@@ -75,4 +75,3 @@ void methods::writeFirstStartDefaults(SettingsStore& store)
             store.setValue(key, value);
     store.sync();
 }
-

@@ -5,7 +5,8 @@
 #include <array>
 
 namespace {
-constexpr std::array<int, 18> kExtensionOrder = {1, 2, 3, 50, 51, 52, 53, 54, 55, 56, 57, 58, 610, 611, 612, 613, 614, 615};
+constexpr std::array<int, 18> kExtensionOrder = {1,  2,  3,  50,  51,  52,  53,  54,  55,
+                                                 56, 57, 58, 610, 611, 612, 613, 614, 615};
 
 QString typeForExtension(int number)
 {

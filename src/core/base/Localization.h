@@ -10,8 +10,7 @@ namespace Localization {
 
 QString localized(const QString& key);
 
-template<typename... Args>
-QString localizedFormat(const QString& key, const Args&... args)
+template <typename... Args> QString localizedFormat(const QString& key, const Args&... args)
 {
     return localized(key).arg(args...);
 }

@@ -31,8 +31,9 @@ const LocalizedString kStrings[] = {
          "The router user lacks the right this action needs. Check the user's rights on the router.")},
 
     {"errorCertificateChanged",
-     QT_TRANSLATE_NOOP("Tondrel", "The router's certificate for remote access has changed. The connection was "
-                                  "refused; accept the new certificate in the location's settings if you trust it.")},
+     QT_TRANSLATE_NOOP("Tondrel",
+                       "The router's certificate for remote access has changed. The connection was "
+                       "refused; accept the new certificate in the location's settings if you trust it.")},
     //: %1: host and port
     {"errorBoxUnreachable", QT_TRANSLATE_NOOP("Tondrel", "The router cannot be reached at %1.")},
 

@@ -95,9 +95,7 @@ QVariantMap newLocationDictionary()
 QVariantList defaultDeviceList()
 {
     QVariantList devices;
-    const auto add = [&](const QString& name) {
-        devices.append(QVariant(QVariantList{name, true}));
-    };
+    const auto add = [&](const QString& name) { devices.append(QVariant(QVariantList{name, true})); };
     for (int i = 1; i <= 3; ++i)
         add(QStringLiteral("Analog %1").arg(i));
     add(Localization::localized(QStringLiteral("ISDNDevices")));

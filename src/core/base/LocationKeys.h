@@ -10,16 +10,16 @@
 // as. Both tables of the settings are kept here and nowhere else.
 struct LocationKeyDef
 {
-    using Field = std::variant<std::monostate, QString TNPreferences::*, bool TNPreferences::*,
-                               int TNPreferences::*, QVariantList TNPreferences::*,
-                               QVariantMap TNPreferences::*, QStringList TNPreferences::*,
-                               QVariant TNPreferences::*>;
+    using Field =
+        std::variant<std::monostate, QString TNPreferences::*, bool TNPreferences::*, int TNPreferences::*,
+                     QVariantList TNPreferences::*, QVariantMap TNPreferences::*,
+                     QStringList TNPreferences::*, QVariant TNPreferences::*>;
 
     QString key;
     SettingType type;
-    Field field;           // monostate: written but not loaded into a property
-    QVariant newValue;     // invalid: not written for a new location
-    QVariant missingValue; // what a missing key reads as
+    Field field;            // monostate: written but not loaded into a property
+    QVariant newValue;      // invalid: not written for a new location
+    QVariant missingValue;  // what a missing key reads as
     QString legacyKey = {}; // read when the key itself is missing
     bool zeroReadsAsMissing = false;
 };

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QMutex>
 #include <QObject>
 #include <QPointer>
-#include <QMutex>
 #include <QString>
 #include <QVariantMap>
 

@@ -1,7 +1,7 @@
 #include "base/NumberForms.h"
 
-#include "base/TNPreferencesManager.h"
 #include "base/StringAdditions.h"
+#include "base/TNPreferencesManager.h"
 
 #include <QRegularExpression>
 

@@ -41,7 +41,8 @@ bool SecretStore::convertKeychainService(const QString& from, const QString& to,
     return true;
 }
 
-std::unique_ptr<SecretStore> SecretStore::create(const QString& kind, const QString& configDir, QString* error)
+std::unique_ptr<SecretStore> SecretStore::create(const QString& kind, const QString& configDir,
+                                                 QString* error)
 {
     if (kind.isEmpty() || kind == u"keyring")
         return std::make_unique<KeychainSecretStore>();

@@ -57,12 +57,18 @@ const GlobalKeyDef* findGlobalKey(const QString& key)
 QString settingTypeName(SettingType type)
 {
     switch (type) {
-    case SettingType::String: return QStringLiteral("string");
-    case SettingType::Bool: return QStringLiteral("boolean");
-    case SettingType::Int: return QStringLiteral("integer");
-    case SettingType::Array: return QStringLiteral("array");
-    case SettingType::Dict: return QStringLiteral("dictionary");
-    case SettingType::Date: return QStringLiteral("date");
+    case SettingType::String:
+        return QStringLiteral("string");
+    case SettingType::Bool:
+        return QStringLiteral("boolean");
+    case SettingType::Int:
+        return QStringLiteral("integer");
+    case SettingType::Array:
+        return QStringLiteral("array");
+    case SettingType::Dict:
+        return QStringLiteral("dictionary");
+    case SettingType::Date:
+        return QStringLiteral("date");
     }
     return {};
 }

@@ -38,8 +38,8 @@ SettingsStore::LoadResult SettingsStore::load()
         m_corruptDetail = error.error != QJsonParseError::NoError
                               ? QStringLiteral("%1 at offset %2").arg(error.errorString()).arg(error.offset)
                               : QStringLiteral("not a JSON object");
-        m_corruptCopy = m_path + QStringLiteral(".corrupt-")
-                        + QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+        m_corruptCopy = m_path + QStringLiteral(".corrupt-") +
+                        QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss"));
         if (!QFile::exists(m_corruptCopy))
             QFile::copy(m_path, m_corruptCopy);
         qCWarning(lcApp) << "Settings file is corrupt:" << m_path << m_corruptDetail << "copy kept at"
@@ -136,4 +136,3 @@ bool SettingsStore::writeLocked()
     }
     return true;
 }
-

@@ -14,13 +14,11 @@
 
 namespace {
 
-template<typename... Ts>
-struct Overloaded : Ts...
+template <typename... Ts> struct Overloaded : Ts...
 {
     using Ts::operator()...;
 };
-template<typename... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
+template <typename... Ts> Overloaded(Ts...) -> Overloaded<Ts...>;
 
 // The user's date and time pattern with a four-digit year.
 QString localeDateTimePattern()
@@ -191,9 +189,11 @@ QString TNPreferences::dump() const
     // Passwords and session ids are only said to be set, never shown.
     const auto text = [](const QVariant& v) -> QString {
         if (v.typeId() == QMetaType::QVariantList || v.typeId() == QMetaType::QStringList)
-            return QString::fromUtf8(QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
+            return QString::fromUtf8(
+                QJsonDocument(QJsonArray::fromVariantList(v.toList())).toJson(QJsonDocument::Compact));
         if (v.typeId() == QMetaType::QVariantMap)
-            return QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
+            return QString::fromUtf8(
+                QJsonDocument(QJsonObject::fromVariantMap(v.toMap())).toJson(QJsonDocument::Compact));
         return v.toString();
     };
     const auto secret = [](const QString& s) { return s.isEmpty() ? QString() : QStringLiteral("<set>"); };

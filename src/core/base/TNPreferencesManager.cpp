@@ -1,12 +1,12 @@
 #include "base/TNPreferencesManager.h"
 
-#include "base/LocationKeys.h"
+#include "base/ExtensionOrder.h"
 #include "base/Localization.h"
+#include "base/LocationKeys.h"
 #include "base/Logging.h"
 #include "base/ProfileDataStore.h"
 #include "base/SecretStore.h"
 #include "base/SettingsStore.h"
-#include "base/ExtensionOrder.h"
 
 #include <QFile>
 #include <QPointer>
@@ -23,8 +23,8 @@ QString newUID()
 }
 } // namespace
 
-TNPreferencesManager::TNPreferencesManager(SettingsStore& store, SecretStore& secrets, ProfileDataStore* profiles,
-                                           QObject* parent)
+TNPreferencesManager::TNPreferencesManager(SettingsStore& store, SecretStore& secrets,
+                                           ProfileDataStore* profiles, QObject* parent)
     : QObject(parent), m_store(store), m_secrets(secrets), m_profiles(profiles)
 {
 }
@@ -117,7 +117,8 @@ void TNPreferencesManager::activateCurrentLocation()
             qCWarning(lcApp).noquote()
                 << QStringLiteral("Error activating location with uid (location not found): %1").arg(uid);
         else
-            qCWarning(lcApp).noquote() << QStringLiteral("Error activating location (CurrentLocation not existing)");
+            qCWarning(lcApp).noquote()
+                << QStringLiteral("Error activating location (CurrentLocation not existing)");
         m_current = TNPreferences::initWithDummy(m_store, m_secrets);
         m_currentUID.clear();
     }
@@ -166,14 +167,16 @@ QString TNPreferencesManager::addNewLocation()
     const QString uid = newUID();
     QVariantMap dict = newLocationDictionary();
     dict.insert(keys::Profile, profile);
-    dict.insert(keys::Name, QStringLiteral("%1 %2").arg(Localization::localized(QStringLiteral("Location"))).arg(profile));
+    dict.insert(
+        keys::Name,
+        QStringLiteral("%1 %2").arg(Localization::localized(QStringLiteral("Location"))).arg(profile));
     dict.insert(keys::Extensions, FBBoxPhoneHelper::convertIntoNewExtensions(defaultDeviceList()));
 
     QVariantMap locations = m_store.value(keys::Locations).toMap();
     locations.insert(uid, dict);
     m_store.setValue(keys::Locations, locations);
-    if (m_store.value(keys::CurrentLocation).toString().isEmpty()
-        || !locations.contains(m_store.value(keys::CurrentLocation).toString()))
+    if (m_store.value(keys::CurrentLocation).toString().isEmpty() ||
+        !locations.contains(m_store.value(keys::CurrentLocation).toString()))
         m_store.setValue(keys::CurrentLocation, uid);
     if (!m_store.contains(keys::DateFormatString))
         m_store.setValue(keys::DateFormatString, QStringLiteral("dd.MM.yyyy HH:mm"));
@@ -195,7 +198,8 @@ void TNPreferencesManager::removeLocationForID(const QString& uid)
     if (!prefs || uid.isEmpty())
         return;
     for (const QString& key : {keys::Pass, keys::RemotePass, keys::FTPPass})
-        m_secrets.remove(SecretStore::keychainServiceForKey(key, uid), SecretStore::keychainAccountForKey(key));
+        m_secrets.remove(SecretStore::keychainServiceForKey(key, uid),
+                         SecretStore::keychainAccountForKey(key));
 
     // The calls go on the next turn of the event loop, as the rest of the removal is done by then.
     if (m_profiles) {
@@ -215,7 +219,8 @@ void TNPreferencesManager::removeLocationForID(const QString& uid)
         QMutexLocker lock(&m_mutex);
         std::erase_if(m_locations, [&](const auto& p) { return p->uid == uid; });
         if (wasCurrent)
-            m_store.setValue(keys::CurrentLocation, m_locations.empty() ? QString() : m_locations.front()->uid);
+            m_store.setValue(keys::CurrentLocation,
+                             m_locations.empty() ? QString() : m_locations.front()->uid);
     }
     m_store.sync();
     activateCurrentLocation();
@@ -230,7 +235,8 @@ std::shared_ptr<TNPreferences> TNPreferencesManager::locationPreferencesForUID(c
     return nullptr;
 }
 
-std::shared_ptr<TNPreferences> TNPreferencesManager::locationPreferencesForProfile(const QString& activeProfile) const
+std::shared_ptr<TNPreferences>
+TNPreferencesManager::locationPreferencesForProfile(const QString& activeProfile) const
 {
     QMutexLocker lock(&m_mutex);
     for (auto it = m_locations.rbegin(); it != m_locations.rend(); ++it)

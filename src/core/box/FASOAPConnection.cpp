@@ -26,8 +26,11 @@ QVariant FASOAPConnection::responseFor(const QString& action, const QString& ans
     const QVariantMap doc = XMLReader::dictionaryForXMLString(answer, &error);
     if (!error.isEmpty())
         return {};
-    return doc.value(QStringLiteral("s:Envelope")).toMap().value(QStringLiteral("s:Body")).toMap().value(
-        QStringLiteral("u:%1Response").arg(action));
+    return doc.value(QStringLiteral("s:Envelope"))
+        .toMap()
+        .value(QStringLiteral("s:Body"))
+        .toMap()
+        .value(QStringLiteral("u:%1Response").arg(action));
 }
 
 void FASOAPConnection::action(const QString& name, const Params& params, const Delegate& delegate)

@@ -15,7 +15,8 @@ public:
     using Delegate = std::function<void(const QString& action, const QVariant& response)>;
 
     // The router's address in its home network; tests point it elsewhere.
-    explicit FASOAPConnection(QString endpoint = QStringLiteral("https://192.168.178.1:49443/upnp/control/x_contact"))
+    explicit FASOAPConnection(
+        QString endpoint = QStringLiteral("https://192.168.178.1:49443/upnp/control/x_contact"))
         : m_endpoint(std::move(endpoint))
     {
     }

@@ -39,8 +39,8 @@ QList<QueryChunk> queryChunks(const QStringList& names, bool useLUA)
     return chunks;
 }
 
-QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs, RouterSession& session,
-                                        RouterFailure* failure)
+QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs,
+                                        RouterSession& session, RouterFailure* failure)
 {
     if (!prefs || names.isEmpty())
         return {};
@@ -51,7 +51,8 @@ QStringList componentsArrayForVariables(const QStringList& names, TNPreferences*
     const bool luaQuery = lua();
     QStringList result;
     for (const QueryChunk& chunk : queryChunks(names, luaQuery)) {
-        const QString answer = dialWithAction(QStringLiteral("query"), chunk.query, QString(), prefs, session, failure);
+        const QString answer =
+            dialWithAction(QStringLiteral("query"), chunk.query, QString(), prefs, session, failure);
         // Each chunk's answer belongs to that chunk's names only.
         result += componentsArrayForResultString(answer, chunk.names, lua());
     }
@@ -85,8 +86,8 @@ bool validQueryResult(const QString& value)
     return value != u"er" && value != u"err" && value != u"no-emu";
 }
 
-QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
-                       RouterSession& session, RouterFailure* failure)
+QString dialWithAction(const QString& action, const QString& number, const QString& port,
+                       TNPreferences* prefs, RouterSession& session, RouterFailure* failure)
 {
     TNAction command;
     const QString answer = command.dialWithAction(action, number, port, prefs, session);

@@ -13,8 +13,8 @@ namespace FBBoxConnectionHelper {
 
 // One value per name in order, or an empty list when the answer does not fit the names.
 // A failure of the requests goes to *failure when given.
-QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs, RouterSession& session,
-                                        RouterFailure* failure = nullptr);
+QStringList componentsArrayForVariables(const QStringList& names, TNPreferences* prefs,
+                                        RouterSession& session, RouterFailure* failure = nullptr);
 QString stringForQueryVariable(const QString& name, long index, bool useLUA);
 // lua: the answer is the Lua page's JSON, else one value a line.
 QStringList componentsArrayForResultString(const QString& result, const QStringList& names, bool lua);
@@ -31,8 +31,8 @@ struct QueryChunk
 QList<QueryChunk> queryChunks(const QStringList& names, bool useLUA);
 
 // One command (see TNAction); its failure goes to *failure when given.
-QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
-                       RouterSession& session, RouterFailure* failure = nullptr);
+QString dialWithAction(const QString& action, const QString& number, const QString& port,
+                       TNPreferences* prefs, RouterSession& session, RouterFailure* failure = nullptr);
 
 // Percent-escapes in ISO Latin-1, "?=&+" included.
 QString urlencode(const QString& text);

@@ -26,8 +26,11 @@ QVariantList faxLinesFromValues(const QStringList& values);
 QVariantList mergeExtensions(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeLines(const QVariantList& existing, const QVariantList& fromBox);
 QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fromBox);
-QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
-QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
-QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session);
+QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                          RouterSession& session);
+QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                     RouterSession& session);
+QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                        RouterSession& session);
 
 } // namespace FBBoxPhoneHelper

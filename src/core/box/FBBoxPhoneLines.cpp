@@ -22,8 +22,10 @@ qsizetype indexOfKey(const QVariantList& list, const QString& key, const QString
 
 QVariantMap lineRecord(const QString& line, const QString& title)
 {
-    return {{QStringLiteral("Line"), line},   {QStringLiteral("Title"), title},
-            {QStringLiteral("Online"), true}, {QStringLiteral("HideMonitor"), false},
+    return {{QStringLiteral("Line"), line},
+            {QStringLiteral("Title"), title},
+            {QStringLiteral("Online"), true},
+            {QStringLiteral("HideMonitor"), false},
             {QStringLiteral("HideList"), false}};
 }
 } // namespace
@@ -112,7 +114,8 @@ QVariantList faxLinesFromValues(const QStringList& values)
     QVariantList result;
     for (const QString& v : values)
         if (!v.isEmpty() && v != u"er")
-            result.append(QVariantMap{{QStringLiteral("Line"), v}, {QStringLiteral("Title"), v}, {QStringLiteral("Online"), true}});
+            result.append(QVariantMap{
+                {QStringLiteral("Line"), v}, {QStringLiteral("Title"), v}, {QStringLiteral("Online"), true}});
     return result;
 }
 
@@ -121,7 +124,8 @@ QVariantList mergeExtensions(const QVariantList& existing, const QVariantList& f
     QVariantList result;
     for (const QVariant& entry : fromBox) {
         QVariantMap e = entry.toMap();
-        const qsizetype i = indexOfKey(existing, QStringLiteral("Intern"), e.value(QStringLiteral("Intern")).toString());
+        const qsizetype i =
+            indexOfKey(existing, QStringLiteral("Intern"), e.value(QStringLiteral("Intern")).toString());
         if (i >= 0)
             e.insert(QStringLiteral("Show"), existing[i].toMap().value(QStringLiteral("Show")));
         result.append(e);
@@ -134,7 +138,8 @@ QVariantList mergeLines(const QVariantList& existing, const QVariantList& fromBo
     QVariantList result = existing;
     for (const QVariant& entry : fromBox) {
         QVariantMap line = entry.toMap();
-        const qsizetype i = indexOfKey(result, QStringLiteral("Line"), line.value(QStringLiteral("Line")).toString());
+        const qsizetype i =
+            indexOfKey(result, QStringLiteral("Line"), line.value(QStringLiteral("Line")).toString());
         if (i < 0) {
             result.append(line);
             continue;
@@ -153,7 +158,8 @@ QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fro
         return fromBox;
     QVariantList result = existing;
     for (const QVariant& entry : fromBox) {
-        const qsizetype i = indexOfKey(result, QStringLiteral("Line"), entry.toMap().value(QStringLiteral("Line")).toString());
+        const qsizetype i = indexOfKey(result, QStringLiteral("Line"),
+                                       entry.toMap().value(QStringLiteral("Line")).toString());
         if (i < 0)
             result.append(entry);
         else
@@ -162,23 +168,29 @@ QVariantList mergeFaxLines(const QVariantList& existing, const QVariantList& fro
     return result;
 }
 
-QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
+QVariantList getExtensionsFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                          RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(extensionVariables(), prefs, session);
+    const QStringList values =
+        FBBoxConnectionHelper::componentsArrayForVariables(extensionVariables(), prefs, session);
     if (values.isEmpty())
         return {};
     return mergeExtensions(existing, extensionsFromValues(values));
 }
 
-QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
+QVariantList getLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                     RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(lineVariables(), prefs, session);
+    const QStringList values =
+        FBBoxConnectionHelper::componentsArrayForVariables(lineVariables(), prefs, session);
     return mergeLines(existing, linesFromValues(values));
 }
 
-QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs, RouterSession& session)
+QVariantList getFaxLinesFromBoxAndMerge(const QVariantList& existing, TNPreferences* prefs,
+                                        RouterSession& session)
 {
-    const QStringList values = FBBoxConnectionHelper::componentsArrayForVariables(faxLineVariables(), prefs, session);
+    const QStringList values =
+        FBBoxConnectionHelper::componentsArrayForVariables(faxLineVariables(), prefs, session);
     return mergeFaxLines(existing, faxLinesFromValues(values));
 }
 

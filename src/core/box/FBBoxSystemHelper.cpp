@@ -76,18 +76,21 @@ void threadcheckWLANStatus(TNPreferences* prefs, RouterSession& session, RouterF
     session.notifications().post(Notifications::DECTSTATUS);
 }
 
-QString threadSetWLANStatus(TNPreferences* prefs, RouterSession& session, const QString& command, RouterFailure* failure)
+QString threadSetWLANStatus(TNPreferences* prefs, RouterSession& session, const QString& command,
+                            RouterFailure* failure)
 {
     {
         QMutexLocker lock(&session.mutex());
         session.WLANStatus = expectedWLANStatus(session.WLANStatus, command);
     }
-    const QString answer = FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), prefs, session, failure);
+    const QString answer =
+        FBBoxConnectionHelper::dialWithAction(command, QString(), QString(), prefs, session, failure);
     threadcheckWLANStatus(prefs, session);
     return answer;
 }
 
-QString threadSetDECTStatus(TNPreferences* prefs, RouterSession& session, const QString& command, RouterFailure* failure)
+QString threadSetDECTStatus(TNPreferences* prefs, RouterSession& session, const QString& command,
+                            RouterFailure* failure)
 {
     QString value;
     {
@@ -100,7 +103,8 @@ QString threadSetDECTStatus(TNPreferences* prefs, RouterSession& session, const 
             value = QStringLiteral("1");
         }
     }
-    return FBBoxConnectionHelper::dialWithAction(QStringLiteral("setDECT"), QString(), value, prefs, session, failure);
+    return FBBoxConnectionHelper::dialWithAction(QStringLiteral("setDECT"), QString(), value, prefs, session,
+                                                 failure);
 }
 
 void setWLANStatusInBackground(std::shared_ptr<TNPreferences> prefs, std::shared_ptr<RouterSession> session,
@@ -138,8 +142,8 @@ QString languageFromLoginScreen(const QString& page)
 
 QString requestBoxLanguageUsePreferences(TNPreferences* prefs, RouterSession& session)
 {
-    return languageFromLoginScreen(
-        FBBoxConnectionHelper::dialWithAction(QStringLiteral("loginScreen"), QString(), QString(), prefs, session));
+    return languageFromLoginScreen(FBBoxConnectionHelper::dialWithAction(
+        QStringLiteral("loginScreen"), QString(), QString(), prefs, session));
 }
 
 QVariantMap parseConfigDef(const QString& page)
@@ -168,8 +172,8 @@ QVariantMap parseBoxInfo(const QString& page)
 
 QVariantMap configXMLDefinitionsForPreferences(TNPreferences* prefs, RouterSession& session)
 {
-    const QVariantMap info = parseBoxInfo(
-        FBBoxConnectionHelper::dialWithAction(QStringLiteral("jason_boxinfo"), QString(), QString(), prefs, session));
+    const QVariantMap info = parseBoxInfo(FBBoxConnectionHelper::dialWithAction(
+        QStringLiteral("jason_boxinfo"), QString(), QString(), prefs, session));
     if (!info.isEmpty()) {
         QMutexLocker lock(&session.mutex());
         session.useLUA = true;
@@ -188,8 +192,8 @@ QVariantMap configDefinitionsForPreferences(TNPreferences* prefs, RouterSession&
     }
     QVariantMap def;
     if (!lua)
-        def = parseConfigDef(
-            FBBoxConnectionHelper::dialWithAction(QStringLiteral("config.def"), QString(), QString(), prefs, session));
+        def = parseConfigDef(FBBoxConnectionHelper::dialWithAction(QStringLiteral("config.def"), QString(),
+                                                                   QString(), prefs, session));
     if (def.isEmpty())
         def = configXMLDefinitionsForPreferences(prefs, session);
     return def;

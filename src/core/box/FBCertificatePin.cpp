@@ -24,8 +24,9 @@ QString pinForCertificatePem(const QByteArray& pem)
         if (len > 0) {
             unsigned char digest[SHA256_DIGEST_LENGTH];
             SHA256(der, size_t(len), digest);
-            pin = QStringLiteral("sha256//")
-                  + QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(digest), SHA256_DIGEST_LENGTH).toBase64());
+            pin = QStringLiteral("sha256//") +
+                  QString::fromLatin1(
+                      QByteArray(reinterpret_cast<const char*>(digest), SHA256_DIGEST_LENGTH).toBase64());
             OPENSSL_free(der);
         }
         EVP_PKEY_free(key);

@@ -97,7 +97,8 @@ QString FBConnection::retryWithDigest(const FBRequest& request, bool needsOutput
                                       const QString& user, const QString& password)
 {
     FBRequest plain = request;
-    plain.headers.removeIf([](const QPair<QByteArray, QByteArray>& h) { return h.first.toLower() == "authorization"; });
+    plain.headers.removeIf(
+        [](const QPair<QByteArray, QByteArray>& h) { return h.first.toLower() == "authorization"; });
     useDigest = true;
     digestUser = user;
     digestPassword = password;
@@ -212,7 +213,8 @@ QString FBConnection::startWithRequest(const FBRequest& request, bool needsOutpu
 
     // Remote access of older firmware asks for HTTP digest before any page: answered once with
     // the remote-access user and password, for this request only.
-    if (httpStatus == 401 && !useDigest && t.authenticate.toLower().startsWith("digest") && m_config && m_session) {
+    if (httpStatus == 401 && !useDigest && t.authenticate.toLower().startsWith("digest") && m_config &&
+        m_session) {
         QString user, password;
         bool remote = false;
         {

@@ -73,8 +73,8 @@ public:
 
 private:
     void defaultUnauthorized();
-    QString retryWithDigest(const FBRequest& request, bool needsOutput, FBEncoding encoding, const QString& user,
-                            const QString& password);
+    QString retryWithDigest(const FBRequest& request, bool needsOutput, FBEncoding encoding,
+                            const QString& user, const QString& password);
 
     TNPreferences* m_config = nullptr;
     RouterSession* m_session = nullptr;

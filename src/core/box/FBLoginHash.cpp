@@ -21,10 +21,10 @@ bool hexSalt(const QString& text, QByteArray* out)
 QByteArray pbkdf2(const QByteArray& secret, const QByteArray& salt, int iterations)
 {
     QByteArray out(32, '\0');
-    if (PKCS5_PBKDF2_HMAC(secret.constData(), int(secret.size()), reinterpret_cast<const unsigned char*>(salt.constData()),
-                          int(salt.size()), iterations, EVP_sha256(), int(out.size()),
-                          reinterpret_cast<unsigned char*>(out.data()))
-        != 1)
+    if (PKCS5_PBKDF2_HMAC(secret.constData(), int(secret.size()),
+                          reinterpret_cast<const unsigned char*>(salt.constData()), int(salt.size()),
+                          iterations, EVP_sha256(), int(out.size()),
+                          reinterpret_cast<unsigned char*>(out.data())) != 1)
         return {};
     return out;
 }

@@ -22,8 +22,8 @@ bool isInternetConnection()
 {
     for (const QNetworkInterface& iface : QNetworkInterface::allInterfaces()) {
         const auto flags = iface.flags();
-        if (!(flags & QNetworkInterface::IsUp) || !(flags & QNetworkInterface::IsRunning)
-            || (flags & QNetworkInterface::IsLoopBack))
+        if (!(flags & QNetworkInterface::IsUp) || !(flags & QNetworkInterface::IsRunning) ||
+            (flags & QNetworkInterface::IsLoopBack))
             continue;
         for (const QNetworkAddressEntry& e : iface.addressEntries())
             if (e.ip().protocol() == QAbstractSocket::IPv4Protocol)
@@ -51,7 +51,8 @@ QStringList getIPAddress()
             continue;
         for (const QNetworkAddressEntry& e : iface.addressEntries())
             if (e.ip().protocol() == QAbstractSocket::IPv4Protocol)
-                return {e.ip().toString(), e.netmask().toString(), e.broadcast().isNull() ? QString() : e.broadcast().toString()};
+                return {e.ip().toString(), e.netmask().toString(),
+                        e.broadcast().isNull() ? QString() : e.broadcast().toString()};
     }
     return {QString(), QString(), QString()};
 }
@@ -101,7 +102,8 @@ QVariantMap getHomeLocationForHost(const QString& host)
     const QString broadcast = getIPAddress().value(2);
     if (ip.isEmpty() || broadcast.isEmpty())
         return {{QStringLiteral("Broadcast"), QString()}, {QStringLiteral("MAC"), QString()}};
-    return {{QStringLiteral("Broadcast"), broadcast}, {QStringLiteral("MAC"), macForAddress(addressTable(), ip)}};
+    return {{QStringLiteral("Broadcast"), broadcast},
+            {QStringLiteral("MAC"), macForAddress(addressTable(), ip)}};
 }
 
 void assignHomeLoactionForPreferences(TNPreferences* prefs)

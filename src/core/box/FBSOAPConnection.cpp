@@ -34,14 +34,15 @@ FBRequest FBSOAPConnection::buildRequest(const QString& url, const FBSOAPRequest
     request.body = envelope(soap);
     request.setHeader("Content-Type", "text/xml; charset=utf-8");
     request.setHeader("User-Agent", "AVM UPnP/1.0 Client 1.0");
-    request.setHeader("SOAPAction",
-                      QStringLiteral("urn:dslforum-org:service:%1#%2").arg(soap.serviceType, soap.action).toUtf8());
+    request.setHeader(
+        "SOAPAction",
+        QStringLiteral("urn:dslforum-org:service:%1#%2").arg(soap.serviceType, soap.action).toUtf8());
     request.setHeader("Content-Length", QByteArray::number(request.body.size()));
     return request;
 }
 
 QString FBSOAPConnection::startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences& config,
-                                          RouterSession& session)
+                                           RouterSession& session)
 {
     connection.setLocation(&config, &session);
     connection.cancelOnString = cancelOnString;
@@ -52,7 +53,8 @@ QString FBSOAPConnection::startWithRequest(const FBRequest& request, bool needsO
             connection.digestUser = config.remoteUserName;
             connection.digestPassword = config.remotePassWord;
         } else {
-            connection.digestUser = config.userName.isEmpty() ? QStringLiteral("dslf-config") : config.userName;
+            connection.digestUser =
+                config.userName.isEmpty() ? QStringLiteral("dslf-config") : config.userName;
             connection.digestPassword = config.passWord;
         }
     }
@@ -72,6 +74,7 @@ RouterFailure FBSOAPConnection::reportFault(const QString& answer)
     QString description = descRe.match(answer).captured(1);
     if (description.isEmpty())
         description = Localization::localized(QStringLiteral("unknown"));
-    return RouterFailure::withText(RouterFailure::Kind::RouterError, QStringLiteral("errorTR064_ErrorCode"),
-                                   Localization::localizedFormat(QStringLiteral("errorTR064_ErrorCode"), code, description));
+    return RouterFailure::withText(
+        RouterFailure::Kind::RouterError, QStringLiteral("errorTR064_ErrorCode"),
+        Localization::localizedFormat(QStringLiteral("errorTR064_ErrorCode"), code, description));
 }

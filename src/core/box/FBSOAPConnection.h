@@ -11,7 +11,7 @@ struct FBSOAPRequest
     QString controlPath; // "wlanconfig1", "x_voip", ...
     QString serviceType; // "WLANConfiguration:1", "X_VoIP:1", ...
     QString action;      // "SetEnable", ...
-    QString bodyXml;     // the action element, e.g. <ns1:SetEnable><NewEnable ...>0</NewEnable></ns1:SetEnable>
+    QString bodyXml; // the action element, e.g. <ns1:SetEnable><NewEnable ...>0</NewEnable></ns1:SetEnable>
 };
 
 class FBSOAPConnection
@@ -23,7 +23,8 @@ public:
     static FBRequest buildRequest(const QString& url, const FBSOAPRequest& request);
 
     // Sends with the location's credentials ("dslf-config" for an empty local user name).
-    QString startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences& config, RouterSession& session);
+    QString startWithRequest(const FBRequest& request, bool needsOutput, TNPreferences& config,
+                             RouterSession& session);
 
     // The SOAP fault in the answer; empty when there is none.
     static RouterFailure reportFault(const QString& answer);

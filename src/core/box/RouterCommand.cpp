@@ -17,9 +17,11 @@ RouterFailure routerFailure(const RouterFailure& reported, TNPreferences& prefs,
         return reported;
     if (const QString text = session.sessionManager().errorMessage; !text.isEmpty())
         return RouterFailure::withText(RouterFailure::Kind::Unreachable, QString(), text);
-    const QString where = prefs.remoteAccess ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
-                                             : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
-    return RouterFailure::make(RouterFailure::Kind::Unreachable, QStringLiteral("errorBoxUnreachable"), {where});
+    const QString where = prefs.remoteAccess
+                              ? QStringLiteral("%1:%2").arg(prefs.remoteHostName).arg(prefs.remotesslPort)
+                              : QStringLiteral("%1:%2").arg(prefs.hostName).arg(prefs.webPort);
+    return RouterFailure::make(RouterFailure::Kind::Unreachable, QStringLiteral("errorBoxUnreachable"),
+                               {where});
 }
 
 RouterFailure ensureSession(TNPreferences& prefs, RouterSession& session, RouterFailure* notice)

@@ -9,11 +9,11 @@ struct RouterFailure
 {
     enum class Kind {
         None,
-        WrongPassword,  // the router refused the login or answered 401
-        BlockTime,      // the router blocks logins for a while after wrong passwords
-        MissingRight,   // the user lacks the right the command needs (TR-064 included)
-        Unreachable,    // no answer, or the connection failed (certificate, TLS, ...)
-        RouterError,    // the router answered with an error (a TR-064 fault, ...)
+        WrongPassword, // the router refused the login or answered 401
+        BlockTime,     // the router blocks logins for a while after wrong passwords
+        MissingRight,  // the user lacks the right the command needs (TR-064 included)
+        Unreachable,   // no answer, or the connection failed (certificate, TLS, ...)
+        RouterError,   // the router answered with an error (a TR-064 fault, ...)
         Other,
     };
 

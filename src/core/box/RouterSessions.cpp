@@ -7,7 +7,7 @@ namespace {
 // Everything a login depends on; a change means another router or another user.
 QString credentialsOf(const TNPreferences& p)
 {
-    return QStringList{p.hostName,       QString::number(p.webPort), p.userName,       p.passWord,
+    return QStringList{p.hostName,       QString::number(p.webPort),       p.userName,       p.passWord,
                        p.remoteHostName, QString::number(p.remotesslPort), p.remoteUserName, p.remotePassWord}
         .join(QChar(0));
 }

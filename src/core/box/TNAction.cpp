@@ -8,8 +8,8 @@
 #include "box/RouterSession.h"
 #include "box/TNSessionManager.h"
 
-#include <QRegularExpression>
 #include "box/TNSessionRights.h"
+#include <QRegularExpression>
 
 #include <QDateTime>
 
@@ -17,11 +17,12 @@
 // SID. Lua firmware: TR-064 for telephony and WLAN, Lua pages for the rest.
 //
 // command          older firmware (webcm body)                          Lua firmware
-// WLANoff/WLANon   &wlan:settings/ap_enabled=0|1&...ap_enabled_scnd=0|1  WLAN2off/on, then WLAN5off/on unless 0x20
-// WLAN2off/on      &wlan:settings/ap_enabled=0|1                         wlanconfig1 WLANConfiguration:1 SetEnable
-// WLAN5off/on      &wlan:settings/ap_enabled_scnd=0|1                    wlanconfig2 WLANConfiguration:2 SetEnable
-// call             &telcfg:settings/DialPort=P&...UseClickToDial=1&telcfg:command/Dial=N
-//                                                                        dial port first, x_voip X_AVM-DE_DialNumber
+// WLANoff/WLANon   &wlan:settings/ap_enabled=0|1&...ap_enabled_scnd=0|1  WLAN2off/on, then WLAN5off/on unless
+// 0x20 WLAN2off/on      &wlan:settings/ap_enabled=0|1                         wlanconfig1 WLANConfiguration:1
+// SetEnable WLAN5off/on      &wlan:settings/ap_enabled_scnd=0|1                    wlanconfig2
+// WLANConfiguration:2 SetEnable call &telcfg:settings/DialPort=P&...UseClickToDial=1&telcfg:command/Dial=N
+//                                                                        dial port first, x_voip
+//                                                                        X_AVM-DE_DialNumber
 // CALLon/CALLoff   as call with port 50 and #96*5* / #96*4*              port 50, X_AVM-DE_DialNumber
 // testExtension    as call with port 50 and **N                          port 50, X_AVM-DE_DialNumber **N
 // restoreCall      port 50, Dial= and Hangup=                            x_voip X_AVM-DE_DialHangup
@@ -31,10 +32,9 @@
 // setDECT          &dect:settings/enabled=N                              POST /dect/dect_settings.lua
 // query            Q&getpage=../html/query.txt                           GET /query.lua?Q
 // querylua         -                                                     GET /query.lua?Q
-// userrights       -                                                     GET /query.lua + N (N begins with "?")
-// jason_boxinfo    GET /jason_boxinfo.xml, no session
-// loginScreen      GET / (the start page names /html/<lang>/menus/), no session
-// config.def       GET /cgi-bin/webcm?&getpage=../html/config.def
+// userrights       -                                                     GET /query.lua + N (N begins with
+// "?") jason_boxinfo    GET /jason_boxinfo.xml, no session loginScreen      GET / (the start page names
+// /html/<lang>/menus/), no session config.def       GET /cgi-bin/webcm?&getpage=../html/config.def
 // model_firmware   &var:n[0]=logic:status/nspver&getpage=../html/query.txt&var:cnt=1
 // getWLAN, filter, firmware, boxLanguage: pages with markers, see kPages.
 
@@ -56,7 +56,8 @@ const PageDef kPages[] = {
 
 QString soapEnable(bool on)
 {
-    return QStringLiteral("<ns1:SetEnable><NewEnable xsi:type=\"xsd:int\">%1</NewEnable></ns1:SetEnable>").arg(on ? 1 : 0);
+    return QStringLiteral("<ns1:SetEnable><NewEnable xsi:type=\"xsd:int\">%1</NewEnable></ns1:SetEnable>")
+        .arg(on ? 1 : 0);
 }
 
 QString xmlEscape(const QString& s)
@@ -80,8 +81,8 @@ FBSOAPRequest hangup()
 
 QString dialForm(const QString& port, const QString& dial)
 {
-    return QStringLiteral("&telcfg:settings/DialPort=") + port
-           + QStringLiteral("&telcfg:settings/UseClickToDial=1&telcfg:command/Dial=") + dial;
+    return QStringLiteral("&telcfg:settings/DialPort=") + port +
+           QStringLiteral("&telcfg:settings/UseClickToDial=1&telcfg:command/Dial=") + dial;
 }
 
 bool isLoginPage(const QString& page)
@@ -120,8 +121,9 @@ void TNAction::csvPlan(Plan& p, int csvType, const QString& boxLanguage)
     }
     p.method = "POST";
     p.path = QStringLiteral("/cgi-bin/webcm");
-    p.parameters = boxLanguage == u"de" ? QStringLiteral("&getpage=..%2Fhtml%2Fde%2FFRITZ%21Box_Anrufliste.csv")
-                                        : QStringLiteral("&getpage=..%2Fhtml%2Fen%2FFRITZ%21Box_Calllist.csv");
+    p.parameters = boxLanguage == u"de"
+                       ? QStringLiteral("&getpage=..%2Fhtml%2Fde%2FFRITZ%21Box_Anrufliste.csv")
+                       : QStringLiteral("&getpage=..%2Fhtml%2Fen%2FFRITZ%21Box_Calllist.csv");
     p.parameters += QStringLiteral(
         "&telcfg:settings/RefreshJournal=:-)&telcfg:command/RefreshJournal=:-)&telcfg:settings/UseJournal=1");
 }
@@ -139,13 +141,15 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
     const auto wlan = [&](int radio, bool on) {
         p.right = adminRight;
         if (lua) {
-            p.soap = {QStringLiteral("wlanconfig%1").arg(radio), QStringLiteral("WLANConfiguration:%1").arg(radio),
-                      QStringLiteral("SetEnable"), soapEnable(on)};
+            p.soap = {QStringLiteral("wlanconfig%1").arg(radio),
+                      QStringLiteral("WLANConfiguration:%1").arg(radio), QStringLiteral("SetEnable"),
+                      soapEnable(on)};
         } else {
             p.path = webcm;
-            p.parameters = QStringLiteral("&wlan:settings/%1=%2")
-                               .arg(radio == 1 ? QStringLiteral("ap_enabled") : QStringLiteral("ap_enabled_scnd"))
-                               .arg(on ? 1 : 0);
+            p.parameters =
+                QStringLiteral("&wlan:settings/%1=%2")
+                    .arg(radio == 1 ? QStringLiteral("ap_enabled") : QStringLiteral("ap_enabled_scnd"))
+                    .arg(on ? 1 : 0);
         }
         p.needsOutput = false;
     };
@@ -187,8 +191,8 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
             p.soap = hangup();
         else {
             p.path = webcm;
-            p.parameters = dialForm(action == u"restoreCall" ? QStringLiteral("50") : port, QString())
-                           + QStringLiteral("&telcfg:command/Hangup=");
+            p.parameters = dialForm(action == u"restoreCall" ? QStringLiteral("50") : port, QString()) +
+                           QStringLiteral("&telcfg:command/Hangup=");
         }
     } else if (action == u"setPhonePort") {
         p.right = dialRight;
@@ -214,7 +218,7 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
         if (lua) {
             p.path = QStringLiteral("/dect/dect_settings.lua");
             p.parameters = value == u"0" ? QStringLiteral("&dect_assi=0&btnSave=")
-                                          : QStringLiteral("&dect_activ=on&dect_pin=****&btnSave=");
+                                         : QStringLiteral("&dect_activ=on&dect_pin=****&btnSave=");
         } else {
             p.path = webcm;
             p.parameters = QStringLiteral("&dect:settings/enabled=") + value;
@@ -281,11 +285,12 @@ TNAction::Plan TNAction::planFor(const QString& action, const QString& number, c
                 const QString lang = prefs.boxLanguage.isEmpty() ? QStringLiteral("de") : prefs.boxLanguage;
                 p.path = webcm;
                 // Joined, not formatted: the escapes would read as placeholders.
-                p.parameters = QStringLiteral("&getpage=..%2Fhtml%2F") + lang
-                               + QStringLiteral("%2Fmenus%2Fmenu2.html&var%3Alang=") + lang
-                               + QStringLiteral("&var%3Apagename=") + QLatin1String(page.pagename)
-                               + QStringLiteral("&var%3Amenu=") + QLatin1String(page.menu);
-                p.pageMarker = QStringLiteral("name=\"var:pagename\" value=\"%1\"").arg(QLatin1String(page.pagename));
+                p.parameters = QStringLiteral("&getpage=..%2Fhtml%2F") + lang +
+                               QStringLiteral("%2Fmenus%2Fmenu2.html&var%3Alang=") + lang +
+                               QStringLiteral("&var%3Apagename=") + QLatin1String(page.pagename) +
+                               QStringLiteral("&var%3Amenu=") + QLatin1String(page.menu);
+                p.pageMarker =
+                    QStringLiteral("name=\"var:pagename\" value=\"%1\"").arg(QLatin1String(page.pagename));
             }
         }
     }
@@ -305,12 +310,14 @@ QString TNAction::ensureDialPort(const QString& port)
     return {};
 }
 
-QString TNAction::runLuaComposite(const QString& action, const QString& number, const QString& port, bool* handled)
+QString TNAction::runLuaComposite(const QString& action, const QString& number, const QString& port,
+                                  bool* handled)
 {
     *handled = true;
     if (action == u"WLANoff" || action == u"WLANon") {
         const bool on = action == u"WLANon";
-        QString r = dialWithAction(on ? QStringLiteral("WLAN2on") : QStringLiteral("WLAN2off"), number, port, m_prefs, *m_session);
+        QString r = dialWithAction(on ? QStringLiteral("WLAN2on") : QStringLiteral("WLAN2off"), number, port,
+                                   m_prefs, *m_session);
         if (r == u" " || r == u"-2")
             return r;
         int status = 0;
@@ -319,7 +326,8 @@ QString TNAction::runLuaComposite(const QString& action, const QString& number, 
             status = m_session->WLANStatus;
         }
         if (!(status & 0x20))
-            r = dialWithAction(on ? QStringLiteral("WLAN5on") : QStringLiteral("WLAN5off"), number, port, m_prefs, *m_session);
+            r = dialWithAction(on ? QStringLiteral("WLAN5on") : QStringLiteral("WLAN5off"), number, port,
+                               m_prefs, *m_session);
         return r;
     }
     QString dialPort;
@@ -349,8 +357,8 @@ bool TNAction::useLUA() const
     return m_session->useLUA;
 }
 
-QString TNAction::dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
-                                 RouterSession& routerSession)
+QString TNAction::dialWithAction(const QString& action, const QString& number, const QString& port,
+                                 TNPreferences* prefs, RouterSession& routerSession)
 {
     if (!prefs)
         return QStringLiteral(" ");
@@ -395,7 +403,8 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         if (session.sessionResult == TNSessionResultUnreachable) {
             qCInfo(lcBox) << "Show Error? network available:" << FBNetworkHelper::isInternetConnection();
             if (!session.errorMessage.isEmpty())
-                failure = RouterFailure::withText(RouterFailure::Kind::Unreachable, QString(), session.errorMessage);
+                failure = RouterFailure::withText(RouterFailure::Kind::Unreachable, QString(),
+                                                  session.errorMessage);
             return QStringLiteral(" ");
         }
         if (!(session.userRights & plan.right)) {
@@ -415,7 +424,8 @@ QString TNAction::send(const QString& action, const Plan& planIn)
                                            .arg(session.now(), 0, 'f', 0)
                                            .arg(TNSessionRights::debugUserRight(session.userRights))
                                            .arg(TNSessionRights::debugUserRight(plan.right));
-            failure = RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("missingUserRights"));
+            failure =
+                RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("missingUserRights"));
             return QStringLiteral(" ");
         }
         if (session.sessionResult != TNSessionResultLoggedIn)
@@ -435,7 +445,8 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         }
         if (!plan.isSoap()) {
             if (sid == u"-1")
-                plan.parameters += QStringLiteral("&login:command/password=") + FBBoxConnectionHelper::urlencode(password);
+                plan.parameters +=
+                    QStringLiteral("&login:command/password=") + FBBoxConnectionHelper::urlencode(password);
             else
                 plan.parameters += QStringLiteral("&sid=") + sid;
         }
@@ -451,8 +462,9 @@ QString TNAction::send(const QString& action, const Plan& planIn)
         if (remote)
             base = QStringLiteral("https://%1:%2").arg(m_prefs->remoteHostName).arg(m_prefs->remotesslPort);
         else
-            base = m_prefs->webPort == 80 ? QStringLiteral("http://") + m_prefs->hostName
-                                          : QStringLiteral("http://%1:%2").arg(m_prefs->hostName).arg(m_prefs->webPort);
+            base = m_prefs->webPort == 80
+                       ? QStringLiteral("http://") + m_prefs->hostName
+                       : QStringLiteral("http://%1:%2").arg(m_prefs->hostName).arg(m_prefs->webPort);
     }
 
     if (plan.isSoap()) {
@@ -460,12 +472,14 @@ QString TNAction::send(const QString& action, const Plan& planIn)
             failure = RouterFailure::make(RouterFailure::Kind::MissingRight, QStringLiteral("errorTR064"));
             return QStringLiteral(" ");
         }
-        const QString soapBase = remote ? base + QStringLiteral("/tr064")
-                                        : QStringLiteral("http://%1:%2").arg(m_prefs->hostName).arg(tr064Port);
+        const QString soapBase = remote
+                                     ? base + QStringLiteral("/tr064")
+                                     : QStringLiteral("http://%1:%2").arg(m_prefs->hostName).arg(tr064Port);
         FBSOAPConnection soap;
         soap.cancelOnString = cancelOnString;
         const QString answer = soap.startWithRequest(
-            FBSOAPConnection::buildRequest(FBSOAPConnection::controlUrl(soapBase, plan.soap.controlPath), plan.soap),
+            FBSOAPConnection::buildRequest(FBSOAPConnection::controlUrl(soapBase, plan.soap.controlPath),
+                                           plan.soap),
             plan.needsOutput, *m_prefs, *m_session);
         failure.merge(soap.connection.failure);
         failure.merge(FBSOAPConnection::reportFault(answer));
@@ -485,15 +499,16 @@ QString TNAction::send(const QString& action, const Plan& planIn)
     request.url = base + path;
     if (remote) {
         QMutexLocker lock(&m_session->mutex());
-        request.setHeader("Authorization",
-                          "Basic " + (m_prefs->remoteUserName + u':' + m_prefs->remotePassWord).toLatin1().toBase64());
+        request.setHeader(
+            "Authorization",
+            "Basic " + (m_prefs->remoteUserName + u':' + m_prefs->remotePassWord).toLatin1().toBase64());
     }
     FBConnection connection(*m_prefs, *m_session);
     connection.cancelOnString = cancelOnString;
     const QString answer = connection.startWithRequest(request, plan.needsOutput, plan.encoding);
     failure.merge(connection.failure);
-    if (!plan.pageMarker.isEmpty() && answer != u"-2" && !answer.isEmpty() && !isLoginPage(answer)
-        && !answer.contains(plan.pageMarker)) {
+    if (!plan.pageMarker.isEmpty() && answer != u"-2" && !answer.isEmpty() && !isLoginPage(answer) &&
+        !answer.contains(plan.pageMarker)) {
         qCInfo(lcBox) << "wrong page for" << action;
         return QString();
     }

@@ -17,8 +17,8 @@ class TNPreferences;
 class TNAction
 {
 public:
-    QString dialWithAction(const QString& action, const QString& number, const QString& port, TNPreferences* prefs,
-                           RouterSession& session);
+    QString dialWithAction(const QString& action, const QString& number, const QString& port,
+                           TNPreferences* prefs, RouterSession& session);
     void finish()
     {
         m_prefs = nullptr;
@@ -53,8 +53,8 @@ public:
     // The plan for one command in the firmware's form; composite Lua commands are run by
     // dialWithAction itself.
     // lua: the session found a firmware with Lua pages.
-    static Plan planFor(const QString& action, const QString& number, const QString& port, const TNPreferences& prefs,
-                        bool lua);
+    static Plan planFor(const QString& action, const QString& number, const QString& port,
+                        const TNPreferences& prefs, bool lua);
 
     // The journal export of one flavour: 1 the older webcm .csv page, 2 the Lua page's "?csv=".
     static void csvPlan(Plan& p, int csvType, const QString& boxLanguage);

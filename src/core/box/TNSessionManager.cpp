@@ -99,7 +99,8 @@ void TNSessionManager::updatedSessionID()
     m_loginRights = 0;
     certificateRefused = false;
 
-    int result = retrieveSessionIDForRequest(requestForSessionCommand(QStringLiteral("sessionlua"), {}), true);
+    int result =
+        retrieveSessionIDForRequest(requestForSessionCommand(QStringLiteral("sessionlua"), {}), true);
     if (result == TNSessionResultUnreachable || result == TNSessionResultBlocked) {
         sessionResult = result;
         userRights = TNSessionRightBase;
@@ -178,8 +179,8 @@ int TNSessionManager::retrieveSessionIDForRequest(const FBRequest& request, bool
 
     const QString password = (remoteAccess && useLUA) ? remotePassWord : passWord;
     const QString response = FBLoginHash::responseForChallenge(challenge, password);
-    const QString answer = startWithRequest(
-        requestForSessionCommand(useLUA ? QStringLiteral("responselua") : QStringLiteral("response"), response));
+    const QString answer = startWithRequest(requestForSessionCommand(
+        useLUA ? QStringLiteral("responselua") : QStringLiteral("response"), response));
     if (hasBlockTimeError(answer))
         return TNSessionResultBlocked;
     return handleSessionLoginOutput(answer);
@@ -214,10 +215,12 @@ bool TNSessionManager::hasBlockTimeError(const QString& output)
     const QString block = capture(output, QStringLiteral("BlockTime"));
     if (block.isEmpty() || block.toInt() < 1)
         return false;
-    m_failure = RouterFailure::make(RouterFailure::Kind::BlockTime, QStringLiteral("errorBlockTime"), {block});
+    m_failure =
+        RouterFailure::make(RouterFailure::Kind::BlockTime, QStringLiteral("errorBlockTime"), {block});
     m_failure.blockSeconds = block.toInt();
     blockUntilTimeInterval = now() + block.toDouble();
-    m_session.notifications().post(Notifications::ADDSTATUSBAR, nullptr, {{QStringLiteral("BlockTime"), block}});
+    m_session.notifications().post(Notifications::ADDSTATUSBAR, nullptr,
+                                   {{QStringLiteral("BlockTime"), block}});
     return true;
 }
 
@@ -268,8 +271,9 @@ void TNSessionManager::onUnauthorized()
             return;
         m_session.loginError = true;
     }
-    const QString key = (remotePassWord.isEmpty() && remoteAccess) ? QStringLiteral("errorWrongPassEmptyRemote")
-                                                                   : QStringLiteral("errorWrongRemoteLogin");
+    const QString key = (remotePassWord.isEmpty() && remoteAccess)
+                            ? QStringLiteral("errorWrongPassEmptyRemote")
+                            : QStringLiteral("errorWrongRemoteLogin");
     m_failure = RouterFailure::make(RouterFailure::Kind::WrongPassword, key);
 }
 
@@ -287,13 +291,14 @@ QString TNSessionManager::startWithRequest(const FBRequest& request)
         errorOccured = true;
         certificateRefused = connection.certificateRefused;
         const bool plainReachability = connection.timedOut || connection.curlCode == 7 /* couldn't connect */
-                                       || connection.curlCode == 6 /* couldn't resolve */
+                                       || connection.curlCode == 6                     /* couldn't resolve */
                                        || connection.curlCode == 28 || connection.curlCode == 56;
         errorMessage.clear();
         if (connection.certificateRefused)
             errorMessage = connection.errorDescription;
         else if (FBNetworkHelper::isInternetConnection() && !plainReachability)
-            errorMessage = QStringLiteral("%1 (%2)").arg(connection.errorDescription).arg(connection.curlCode);
+            errorMessage =
+                QStringLiteral("%1 (%2)").arg(connection.errorDescription).arg(connection.curlCode);
         qCInfo(lcBox) << "Session didFailWithError" << connection.curlCode << connection.errorDescription;
         return QStringLiteral("-2");
     }
@@ -316,8 +321,8 @@ void TNSessionManager::assignDefaultUserRights()
 {
     userRights = TNSessionRightBase | RightNASNone;
     if (remoteAccess) {
-        userRights |= TNSessionRightDialRemote | TNSessionRightDialLocal | TNSessionRightPhoneRemote
-                      | TNSessionRightPhoneLocal | RightBoxAdminRemote | RightBoxAdminLocal;
+        userRights |= TNSessionRightDialRemote | TNSessionRightDialLocal | TNSessionRightPhoneRemote |
+                      TNSessionRightPhoneLocal | RightBoxAdminRemote | RightBoxAdminLocal;
     } else if (!userName.isEmpty()) {
         userRights |= RightBoxAdminLocal | TNSessionRightDialLocal | TNSessionRightPhoneLocal;
     }

@@ -91,12 +91,18 @@ std::uint32_t maskFromLoginRights(const QString& answer, bool remoteAccess)
 QString sessionResultName(int result)
 {
     switch (result) {
-    case TNSessionResultRejected: return QStringLiteral("TNSessionResultRejected");
-    case TNSessionResultUnreachable: return QStringLiteral("TNSessionResultUnreachable");
-    case TNSessionResultBlocked: return QStringLiteral("TNSessionResultBlocked");
-    case TNSessionResultNoSession: return QStringLiteral("TNSessionResultNoSession");
-    case TNSessionResultLoggedIn: return QStringLiteral("TNSessionResultLoggedIn");
-    default: return QStringLiteral("TNSessionResultUnknown");
+    case TNSessionResultRejected:
+        return QStringLiteral("TNSessionResultRejected");
+    case TNSessionResultUnreachable:
+        return QStringLiteral("TNSessionResultUnreachable");
+    case TNSessionResultBlocked:
+        return QStringLiteral("TNSessionResultBlocked");
+    case TNSessionResultNoSession:
+        return QStringLiteral("TNSessionResultNoSession");
+    case TNSessionResultLoggedIn:
+        return QStringLiteral("TNSessionResultLoggedIn");
+    default:
+        return QStringLiteral("TNSessionResultUnknown");
     }
 }
 

@@ -17,10 +17,14 @@ TrafficSampler::TrafficSampler(SettingsStore& settings, Query query, QObject* pa
 const QStringList& TrafficSampler::variables()
 {
     static const QStringList vars{
-        QStringLiteral("nqos:settings/queue2/current_bps"), QStringLiteral("nqos:settings/queue3/current_bps"),
-        QStringLiteral("nqos:settings/queue4/current_bps"), QStringLiteral("nqos:settings/queue5/current_bps"),
-        QStringLiteral("nqos:settings/queue6/current_bps"), QStringLiteral("nqos:settings/stat/max_ds"),
-        QStringLiteral("nqos:settings/stat/max_us"),        QStringLiteral("nqos:settings/stat/ds_current_bps"),
+        QStringLiteral("nqos:settings/queue2/current_bps"),
+        QStringLiteral("nqos:settings/queue3/current_bps"),
+        QStringLiteral("nqos:settings/queue4/current_bps"),
+        QStringLiteral("nqos:settings/queue5/current_bps"),
+        QStringLiteral("nqos:settings/queue6/current_bps"),
+        QStringLiteral("nqos:settings/stat/max_ds"),
+        QStringLiteral("nqos:settings/stat/max_us"),
+        QStringLiteral("nqos:settings/stat/ds_current_bps"),
         QStringLiteral("nqos:settings/stat/mc_current_bps"),
     };
     return vars;
@@ -31,10 +35,14 @@ QVariantMap TrafficSampler::recordFromAnswer(const QStringList& answer)
     // The router answers all values or none; four is the guard the charts have always used.
     if (answer.size() < 4) {
         const QVariant zero = QStringList{QStringLiteral("0")};
-        return {{QStringLiteral("ds_internet"), zero}, {QStringLiteral("ds_tv"), zero},
-                {QStringLiteral("us_realtime"), zero}, {QStringLiteral("us_important"), zero},
-                {QStringLiteral("us_default"), zero},  {QStringLiteral("us_low"), zero},
-                {QStringLiteral("max_ds"), QStringLiteral("0")}, {QStringLiteral("max_us"), QStringLiteral("0")}};
+        return {{QStringLiteral("ds_internet"), zero},
+                {QStringLiteral("ds_tv"), zero},
+                {QStringLiteral("us_realtime"), zero},
+                {QStringLiteral("us_important"), zero},
+                {QStringLiteral("us_default"), zero},
+                {QStringLiteral("us_low"), zero},
+                {QStringLiteral("max_ds"), QStringLiteral("0")},
+                {QStringLiteral("max_us"), QStringLiteral("0")}};
     }
     const auto history = [&](int i) { return answer.value(i).split(u','); };
     const QStringList q2 = history(0);
@@ -42,7 +50,8 @@ QVariantMap TrafficSampler::recordFromAnswer(const QStringList& answer)
     QStringList realtime;
     realtime.reserve(q2.size());
     for (qsizetype i = 0; i < q2.size(); ++i)
-        realtime << QString::number(q2.at(i).trimmed().toInt() + (i < q3.size() ? q3.at(i).trimmed().toInt() : 0));
+        realtime << QString::number(q2.at(i).trimmed().toInt() +
+                                    (i < q3.size() ? q3.at(i).trimmed().toInt() : 0));
     return {{QStringLiteral("ds_internet"), history(7)}, {QStringLiteral("ds_tv"), history(8)},
             {QStringLiteral("us_realtime"), realtime},   {QStringLiteral("us_important"), history(2)},
             {QStringLiteral("us_default"), history(3)},  {QStringLiteral("us_low"), history(4)},

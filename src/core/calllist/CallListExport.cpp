@@ -46,35 +46,38 @@ QString fieldValue(TNCallinglist& calls, const CallRow& c, const QString& field)
 
 const QStringList& exportFieldNames()
 {
-    static const QStringList names = {QStringLiteral("date"),     QStringLiteral("name"),
-                                      QStringLiteral("number"),   QStringLiteral("extension"),
-                                      QStringLiteral("line"),     QStringLiteral("duration"),
-                                      QStringLiteral("label"),    QStringLiteral("callstate")};
+    static const QStringList names = {QStringLiteral("date"),   QStringLiteral("name"),
+                                      QStringLiteral("number"), QStringLiteral("extension"),
+                                      QStringLiteral("line"),   QStringLiteral("duration"),
+                                      QStringLiteral("label"),  QStringLiteral("callstate")};
     return names;
 }
 
 QString webExportText(TNCallinglist& calls, int profile, const QDateTime& now)
 {
-    const QList<CallRow> rows = calls.getCallerlistForProfile(profile, ListQuery::SelectorAll, QString(), QString(),
-                                                              QStringLiteral("date"), QStringLiteral("DESC"),
-                                                              kWebExportLimit);
+    const QList<CallRow> rows =
+        calls.getCallerlistForProfile(profile, ListQuery::SelectorAll, QString(), QString(),
+                                      QStringLiteral("date"), QStringLiteral("DESC"), kWebExportLimit);
     // Groups: 0 incoming, 1 outgoing, 2 missed, 3 all.
     QStringList groups[4];
     for (const CallRow& c : rows) {
         // Values go in as stored: the page's own script reads them.
         const QString record = QStringLiteral("{ date:\"%1\", name:\"%2\", number:\"%3\", extension:\"%4\", "
                                               "line:\"%5\", duration:\"%6\", state:\"%7\"}")
-                                   .arg(dateText(calls, profile, c.calldate), c.name, c.phonenumber, c.extension,
-                                        c.line, c.duration, QString::number(c.callstate));
+                                   .arg(dateText(calls, profile, c.calldate), c.name, c.phonenumber,
+                                        c.extension, c.line, c.duration, QString::number(c.callstate));
         const int group = c.callstate == 1 ? 0 : c.callstate == 3 ? 1 : c.callstate == 2 ? 2 : -1;
         if (group >= 0)
             groups[group].append(record);
         groups[3].append(record);
     }
-    QString text = QStringLiteral("var refreshData = \"%1\";\n").arg(now.toString(calls.dateFormatForProfile(profile)));
+    QString text =
+        QStringLiteral("var refreshData = \"%1\";\n").arg(now.toString(calls.dateFormatForProfile(profile)));
     text += QStringLiteral("var calldata = new Array();\n");
     for (int g = 0; g < 4; ++g)
-        text += QStringLiteral("calldata[%1] = new Object();calldata[%1] = [%2];").arg(g).arg(groups[g].join(u", "));
+        text += QStringLiteral("calldata[%1] = new Object();calldata[%1] = [%2];")
+                    .arg(g)
+                    .arg(groups[g].join(u", "));
     return text + u'\n';
 }
 
@@ -113,18 +116,20 @@ bool exportiPhoneCallerlistForProfile(TNCallinglist& calls, int profile, Setting
     return true;
 }
 
-QString exportCallsFromListForProfile(TNCallinglist& calls, int profile, int selector, const QStringList& fields,
-                                      const QString& delimiter, const QString& enclosure)
+QString exportCallsFromListForProfile(TNCallinglist& calls, int profile, int selector,
+                                      const QStringList& fields, const QString& delimiter,
+                                      const QString& enclosure)
 {
-    const QList<CallRow> rows = calls.getCallerlistForProfile(profile, selector, QString(), QString(),
-                                                              QStringLiteral("date"), QStringLiteral("ASC"), 0);
+    const QList<CallRow> rows = calls.getCallerlistForProfile(
+        profile, selector, QString(), QString(), QStringLiteral("date"), QStringLiteral("ASC"), 0);
     auto line = [&](const auto& valueOf) {
         QStringList cells;
         for (const QString& field : fields)
             cells.append(enclosure + valueOf(field) + enclosure);
         return cells.join(delimiter) + u'\n';
     };
-    QString text = line([](const QString& field) { return Localization::localized(QStringLiteral("title_") + field); });
+    QString text =
+        line([](const QString& field) { return Localization::localized(QStringLiteral("title_") + field); });
     for (const CallRow& c : rows)
         text += line([&](const QString& field) { return fieldValue(calls, c, field); });
     return text;

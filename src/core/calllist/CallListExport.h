@@ -27,7 +27,8 @@ bool writeWebExport(TNCallinglist& calls, int profile, const QString& filePath, 
 // exportCallsFromListForProfile:forState:exportFields:delimiter:enclosedWith:
 // selector: 0 all, 1 incoming, 2 missed, 3 outgoing, 6 new calls. A title line with the
 // localised titles of the fields, then one line per call, oldest first.
-QString exportCallsFromListForProfile(TNCallinglist& calls, int profile, int selector, const QStringList& fields,
-                                      const QString& delimiter, const QString& enclosure);
+QString exportCallsFromListForProfile(TNCallinglist& calls, int profile, int selector,
+                                      const QStringList& fields, const QString& delimiter,
+                                      const QString& enclosure);
 
 } // namespace CallListExport

@@ -23,7 +23,8 @@ QString phoneLabelText(const QString& label)
     return !label.isEmpty() && Localization::hasKey(label) ? Localization::localized(label) : label;
 }
 
-QList<DialCompletion> dialCompletions(const AddressBook* book, const CallDatabase* db, const QVariantMap& format)
+QList<DialCompletion> dialCompletions(const AddressBook* book, const CallDatabase* db,
+                                      const QVariantMap& format)
 {
     QList<DialCompletion> out;
     QSet<QString> seen;

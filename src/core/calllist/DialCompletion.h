@@ -27,6 +27,7 @@ QString phoneLabelText(const QString& label);
 // The address book's numbers (names in the location's contact format), then the named numbers
 // of the call database's caller cache; one entry per number as written, book first. Either
 // source may be null.
-QList<DialCompletion> dialCompletions(const AddressBook* book, const CallDatabase* db, const QVariantMap& format);
+QList<DialCompletion> dialCompletions(const AddressBook* book, const CallDatabase* db,
+                                      const QVariantMap& format);
 
 } // namespace methods

@@ -9,7 +9,8 @@ std::optional<QString> title(const SettingsStore& settings, qint64 newCalls, int
 {
     const bool missedBadge = settings.contains(keys::BadgeNewAbsentiaCalls) &&
                              settings.value(keys::BadgeNewAbsentiaCalls).toBool() && importedMissed > 0;
-    const bool newBadge = settings.contains(keys::BadgeNewCalls) && settings.value(keys::BadgeNewCalls).toBool();
+    const bool newBadge =
+        settings.contains(keys::BadgeNewCalls) && settings.value(keys::BadgeNewCalls).toBool();
     if (newBadge && missedBadge)
         return QStringLiteral("%1 | %2").arg(newCalls).arg(importedMissed);
     if (missedBadge)

@@ -14,7 +14,8 @@ QString downloadFromRouter(const std::shared_ptr<TNPreferences>& prefs, RouterSe
     TNAction action;
     action.dialWithAction(QStringLiteral("refreshFoncalls"), QString(), QString(), prefs.get(), session);
     action.cancelOnString = cancelString;
-    const QString answer = action.dialWithAction(QStringLiteral("csv"), QString(), QString(), prefs.get(), session);
+    const QString answer =
+        action.dialWithAction(QStringLiteral("csv"), QString(), QString(), prefs.get(), session);
     action.finish();
     if (failure)
         failure->merge(action.failure);

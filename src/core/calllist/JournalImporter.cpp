@@ -39,7 +39,8 @@ bool usesTypeFour(const QStringList& lines, qsizetype first)
 bool isPage(const QString& firstLine)
 {
     const QString head = firstLine.trimmed();
-    return head.startsWith(u"<!DOCTYPE", Qt::CaseInsensitive) || head.startsWith(u"<html", Qt::CaseInsensitive);
+    return head.startsWith(u"<!DOCTYPE", Qt::CaseInsensitive) ||
+           head.startsWith(u"<html", Qt::CaseInsensitive);
 }
 } // namespace
 
@@ -87,8 +88,8 @@ JournalImportResult JournalImporter::getCSVListFromHost(const QString& path, int
     return importText(text, download, profile, lastSaved, r);
 }
 
-JournalImportResult JournalImporter::importText(const QString& text, bool download, int profile, qint64 lastSaved,
-                                                JournalImportResult r)
+JournalImportResult JournalImporter::importText(const QString& text, bool download, int profile,
+                                                qint64 lastSaved, JournalImportResult r)
 {
     const QStringList lines = JournalParser::splitLines(text);
     const auto prefs = m_calls.prefsForProfile(profile);
@@ -118,7 +119,7 @@ JournalImportResult JournalImporter::importText(const QString& text, bool downlo
         m_calls.updateMarkerDate(profile, TNCallinglist::MarkerImport, clock.now());
 
     CallBatch batch = m_calls.beginBatch();
-    QSet<QString> knownNumbers;   // found in the caller cache during this import
+    QSet<QString> knownNumbers; // found in the caller cache during this import
     QSet<QString> notInAddressBook;
     bool overlap = false;
     JournalRow row;

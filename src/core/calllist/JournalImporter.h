@@ -14,8 +14,8 @@ class TNCallinglist;
 // What one import did.
 struct JournalImportResult
 {
-    int result = 0;   // imported calls; 0 nothing done (import already running); -1 unreadable journal
-    int missed = 0;   // imported calls stored as missed
+    int result = 0; // imported calls; 0 nothing done (import already running); -1 unreadable journal
+    int missed = 0; // imported calls stored as missed
     bool incoming = false;
     int badLines = 0; // rows that did not parse, skipped
     int duplicates = 0;
@@ -34,7 +34,8 @@ public:
     using Downloader = std::function<QString(const QString& cancelString)>;
     using Progress = std::function<void(qsizetype done, qsizetype total)>;
 
-    JournalImporter(TNCallinglist& calls, SettingsStore& settings, const AddressBook* book, Clock* clock = nullptr);
+    JournalImporter(TNCallinglist& calls, SettingsStore& settings, const AddressBook* book,
+                    Clock* clock = nullptr);
 
     void setDownloader(Downloader d) { m_download = std::move(d); }
     void setProgress(Progress p) { m_progress = std::move(p); }

@@ -57,15 +57,30 @@ std::optional<JournalColumns> JournalColumns::fromHeader(const QString& line)
     c.count = int(titles.size());
     for (int i = 0; i < titles.size(); ++i) {
         switch (columnFor(titles[i])) {
-        case Type: c.type = i; break;
-        case Date: c.date = i; break;
-        case Name: c.name = i; break;
-        case Number: c.number = i; break;
-        case Extension: c.extension = i; break;
-        case Line: c.line = i; break;
-        case Duration: c.duration = i; break;
+        case Type:
+            c.type = i;
+            break;
+        case Date:
+            c.date = i;
+            break;
+        case Name:
+            c.name = i;
+            break;
+        case Number:
+            c.number = i;
+            break;
+        case Extension:
+            c.extension = i;
+            break;
+        case Line:
+            c.line = i;
+            break;
+        case Duration:
+            c.duration = i;
+            break;
         case Area:
-        case Unknown: break;
+        case Unknown:
+            break;
         }
     }
     if (c.type < 0 || c.date < 0 || c.number < 0 || c.extension < 0 || c.line < 0 || c.duration < 0)
@@ -76,10 +91,14 @@ std::optional<JournalColumns> JournalColumns::fromHeader(const QString& line)
 std::optional<JournalColumns> JournalColumns::fromFieldCount(qsizetype count)
 {
     switch (count) {
-    case 6: return JournalColumns{0, 1, -1, 2, 3, 4, 5, 6};
-    case 7: return JournalColumns{0, 1, 2, 3, 4, 5, 6, 7};
-    case 8: return JournalColumns{0, 1, 2, 3, 5, 6, 7, 8};
-    default: return std::nullopt;
+    case 6:
+        return JournalColumns{0, 1, -1, 2, 3, 4, 5, 6};
+    case 7:
+        return JournalColumns{0, 1, 2, 3, 4, 5, 6, 7};
+    case 8:
+        return JournalColumns{0, 1, 2, 3, 5, 6, 7, 8};
+    default:
+        return std::nullopt;
     }
 }
 
@@ -134,8 +153,8 @@ JournalParser::Outcome JournalParser::parse(const QString& text, JournalRow* row
         return Outcome::Ignored;
     // Rows that do not match the header are read by their own field count: old firmware wrote
     // seven-field rows under a six-column header.
-    std::optional<JournalColumns> c = m_header && m_header->count == f.size() ? m_header
-                                                                             : JournalColumns::fromFieldCount(f.size());
+    std::optional<JournalColumns> c =
+        m_header && m_header->count == f.size() ? m_header : JournalColumns::fromFieldCount(f.size());
     if (!c) {
         *why = QStringLiteral("%1 fields").arg(f.size());
         return Outcome::Bad;

@@ -28,14 +28,14 @@ struct JournalColumns
 // One journal row with its fields checked.
 struct JournalRow
 {
-    int type = 0;          // 1 incoming, 2 missed, 3 outgoing or rejected, 4 outgoing
-    qint64 calldate = 0;   // local time of the text, as Unix seconds
-    QString name;          // as the router knows it; empty without a name column
+    int type = 0;        // 1 incoming, 2 missed, 3 outgoing or rejected, 4 outgoing
+    qint64 calldate = 0; // local time of the text, as Unix seconds
+    QString name;        // as the router knows it; empty without a name column
     bool hasNameColumn = false;
     QString number;
     QString extension;
     QString line;
-    QString duration;      // h:mm
+    QString duration; // h:mm
 };
 
 // Reads journal text: the decoding, the header and one row at a time.

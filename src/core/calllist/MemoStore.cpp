@@ -71,8 +71,9 @@ std::optional<Memo> MemoStore::getDetailMemoWithID(qint64 id) const
 std::optional<Memo> MemoStore::memoForCall(int profile, const QString& number, qint64 calldate) const
 {
     const auto rows = m_db.selectLogged(
-        SqlFragment(kSelect + QStringLiteral("WHERE memos.profile = ? AND memos.phonenumber = ? AND memos.calldate = ? "
-                                             "ORDER BY memos.rowid DESC LIMIT 1"),
+        SqlFragment(kSelect + QStringLiteral(
+                                  "WHERE memos.profile = ? AND memos.phonenumber = ? AND memos.calldate = ? "
+                                  "ORDER BY memos.rowid DESC LIMIT 1"),
                     {profile, number, calldate}),
         "memoForCall");
     if (rows.isEmpty())

@@ -16,9 +16,8 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-
-TNCallinglist::TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center, Clock* clock,
-                             QObject* parent)
+TNCallinglist::TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center,
+                             Clock* clock, QObject* parent)
     : QObject(parent), m_db(dbPath), m_smart(m_db), m_memos(m_db), m_clock(clock), m_settings(settings),
       m_center(center)
 {
@@ -346,7 +345,8 @@ int TNCallinglist::deleteCallsForProfile(int profile, const QList<qint64>& rowid
         SQLite::Transaction tx(*db);
         for (qsizetype from = 0; from < rowids.size(); from += Chunk) {
             const QList<qint64> part = rowids.mid(from, Chunk);
-            SqlFragment sql(QStringLiteral("DELETE FROM callinglist WHERE profile = ? AND rowid IN ("), {profile});
+            SqlFragment sql(QStringLiteral("DELETE FROM callinglist WHERE profile = ? AND rowid IN ("),
+                            {profile});
             QStringList marks;
             for (qint64 rowid : part) {
                 marks.append(QStringLiteral("?"));
@@ -372,7 +372,8 @@ QList<qint64> TNCallinglist::callsOfProfile(int profile, const QList<qint64>& ro
         return found;
     for (qint64 rowid : rowids) {
         const auto rows = m_db.selectLogged(
-            SqlFragment(QStringLiteral("SELECT rowid FROM callinglist WHERE rowid = ? AND profile = ?"), {rowid, profile}),
+            SqlFragment(QStringLiteral("SELECT rowid FROM callinglist WHERE rowid = ? AND profile = ?"),
+                        {rowid, profile}),
             "callsOfProfile");
         if (!rows.isEmpty())
             found.append(rowid);

@@ -47,8 +47,8 @@ public:
 
     // Creates or migrates the file; isValid() is false when it cannot be opened. The settings
     // hold the list's sort and date format; changes are posted to the centre.
-    TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center, Clock* clock = nullptr,
-                  QObject* parent = nullptr);
+    TNCallinglist(const QString& dbPath, SettingsStore& settings, NotificationCenter& center,
+                  Clock* clock = nullptr, QObject* parent = nullptr);
     ~TNCallinglist() override;
 
     bool isValid() const { return m_valid; }

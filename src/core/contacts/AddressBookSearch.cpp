@@ -37,7 +37,6 @@ QStringList searchAdressbookForPhoneNew(const QString& number, const Prefixis& p
     return {person.uid, displayName(person, format), person.phones.at(phoneIndex).label};
 }
 
-
 QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, const Prefixis& p,
                                                    const AddressBook* book, const QVariantMap& format)
 {
@@ -71,7 +70,6 @@ QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, c
     }
     return result;
 }
-
 
 QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
                                               const QString& company, const QVariantMap& format)
@@ -134,7 +132,6 @@ QString formatedOutputForContactWithFirstname(const QString& first, const QStrin
     }
     return methods::trimString(joined);
 }
-
 
 QStringList addressbookGroups(const AddressBook* book)
 {

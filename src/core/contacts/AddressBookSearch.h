@@ -1,7 +1,7 @@
 #pragma once
 
-#include "contacts/AddressBook.h"
 #include "base/NumberForms.h"
+#include "contacts/AddressBook.h"
 
 #include <QStringList>
 #include <QVariantMap>
@@ -21,7 +21,6 @@ QVector<QStringList> searchAdressbookForPhoneArray(const QStringList& numbers, c
 // Places first name, last name and company into the three slots the format names.
 QString formatedOutputForContactWithFirstname(const QString& first, const QString& last,
                                               const QString& company, const QVariantMap& format);
-
 
 // Group names (CATEGORIES) in first-seen order, and a group's members in book order.
 QStringList addressbookGroups(const AddressBook* book);

@@ -40,9 +40,10 @@ QByteArray exportBody(const Auth& auth)
 
 QByteArray importBody(const Auth& auth, const QString& bookXML)
 {
-    const QByteArray file = "Content-Disposition: form-data; name=\"PhonebookImportFile\"; filename=\"Phonebook.xml\"\n"
-                            "Content-Type: text/xml\n\n<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
-                            + bookXML.toUtf8();
+    const QByteArray file =
+        "Content-Disposition: form-data; name=\"PhonebookImportFile\"; filename=\"Phonebook.xml\"\n"
+        "Content-Type: text/xml\n\n<?xml version=\"1.0\" encoding=\"UTF-8\"?>" +
+        bookXML.toUtf8();
     return form({authPart(auth), field("PhonebookId", "0"), file});
 }
 

@@ -109,7 +109,9 @@ bool parse(const QString& text, QVector<BoxPhonebook>* books, QString* error)
     while (!xml.atEnd() && !xml.hasError())
         xml.readNext();
     if (xml.hasError()) {
-        *error = QStringLiteral("the phone book is not well-formed: %1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+        *error = QStringLiteral("the phone book is not well-formed: %1 (line %2)")
+                     .arg(xml.errorString())
+                     .arg(xml.lineNumber());
         return false;
     }
     if (result.isEmpty()) {

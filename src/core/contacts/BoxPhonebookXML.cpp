@@ -85,8 +85,8 @@ QString boxContactName(const QString& name)
     return result;
 }
 
-QString XMLContactWithName(const QString& name, const QString& home, const QString& work, const QString& mobile,
-                           const QString& appendTo)
+QString XMLContactWithName(const QString& name, const QString& home, const QString& work,
+                           const QString& mobile, const QString& appendTo)
 {
     return kContactFormat.arg(appendTo, xmlEscaped(name), numberElement(QStringLiteral("home"), home),
                               numberElement(QStringLiteral("mobile"), mobile),
@@ -102,8 +102,8 @@ QString peoplesForGroupWithFormat(const QString& group, const QVariantMap& forma
     for (const ABPerson& person : peoplesForGroup(group, book)) {
         if (person.phones.isEmpty())
             continue;
-        const QString name = boxContactName(
-            formatedOutputForContactWithFirstname(person.firstName, person.lastName, person.organization, format));
+        const QString name = boxContactName(formatedOutputForContactWithFirstname(
+            person.firstName, person.lastName, person.organization, format));
         Slots found;
         QStringList others;
         for (const ABPhone& phone : person.phones) {
@@ -111,10 +111,18 @@ QString peoplesForGroupWithFormat(const QString& group, const QVariantMap& forma
             if (number.isEmpty())
                 continue;
             switch (kindOfLabel(phone.label)) {
-            case Kind::Home: found.home = number; break;
-            case Kind::Mobile: found.mobile = number; break;
-            case Kind::Work: found.work = number; break;
-            case Kind::Other: others.append(number); break;
+            case Kind::Home:
+                found.home = number;
+                break;
+            case Kind::Mobile:
+                found.mobile = number;
+                break;
+            case Kind::Work:
+                found.work = number;
+                break;
+            case Kind::Other:
+                others.append(number);
+                break;
             }
             if (single || shortSingle) {
                 if (!others.isEmpty())
@@ -138,7 +146,8 @@ QString peoplesForGroupWithFormat(const QString& group, const QVariantMap& forma
         }
         contacts = XMLContactWithName(name, found.home, found.work, found.mobile, contacts);
     }
-    return QStringLiteral("<phonebooks><phonebook owner=\"1\" name=\"Quillet Phonebook\">%1</phonebook></phonebooks>")
+    return QStringLiteral(
+               "<phonebooks><phonebook owner=\"1\" name=\"Quillet Phonebook\">%1</phonebook></phonebooks>")
         .arg(contacts);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "contacts/AddressBook.h"
 #include "base/NumberForms.h"
+#include "contacts/AddressBook.h"
 
 #include <QString>
 #include <QVariantMap>

@@ -1,9 +1,9 @@
 #include "contacts/CallerIdentification.h"
 
+#include "base/TNPreferencesManager.h"
 #include "contacts/AddressBook.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/CallerCache.h"
-#include "base/TNPreferencesManager.h"
 
 namespace methods {
 

@@ -20,7 +20,8 @@ QString baseURL(const TNPreferences& prefs)
 }
 } // namespace
 
-FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs, RouterSession& session, RouterFailure* reported)
+FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs, RouterSession& session,
+                                           RouterFailure* reported)
 {
     auto auth = [&prefs, &session, reported] {
         const RouterFailure login = session.sessionManager().currentSessionIDUsePreferences(&prefs);
@@ -65,8 +66,9 @@ bool withExchange(TNPreferences& prefs, RouterSession& session, QString* error,
     if (work(exchange))
         return true;
     if (error)
-        *error = exchange.errorMessage().isEmpty() ? FBBoxConnectionHelper::routerFailure(reported, prefs, session).message
-                                                   : exchange.errorMessage();
+        *error = exchange.errorMessage().isEmpty()
+                     ? FBBoxConnectionHelper::routerFailure(reported, prefs, session).message
+                     : exchange.errorMessage();
     return false;
 }
 } // namespace
@@ -85,12 +87,14 @@ bool loadPhoneBook(TNPreferences& prefs, RouterSession& session, QVector<BoxPhon
 
 bool addContact(TNPreferences& prefs, RouterSession& session, const BoxContactEntry& entry, QString* error)
 {
-    return withExchange(prefs, session, error, [&](FBPhonebookExchange& exchange) { return exchange.exportContactToBox(entry); });
+    return withExchange(prefs, session, error,
+                        [&](FBPhonebookExchange& exchange) { return exchange.exportContactToBox(entry); });
 }
 
 bool replacePhoneBook(TNPreferences& prefs, RouterSession& session, const QString& bookXML, QString* error)
 {
-    return withExchange(prefs, session, error, [&](FBPhonebookExchange& exchange) { return exchange.exportGroupToBox(bookXML); });
+    return withExchange(prefs, session, error,
+                        [&](FBPhonebookExchange& exchange) { return exchange.exportGroupToBox(bookXML); });
 }
 
 } // namespace FBPhonebookBox

@@ -16,7 +16,8 @@ FBPhonebookExchange exchangeForPreferences(TNPreferences& prefs, RouterSession& 
 
 // The three exchanges a user asks for, each logging in first. They block: run them on a worker
 // thread. False with the one-line reason when the router refused or could not be reached.
-bool loadPhoneBook(TNPreferences& prefs, RouterSession& session, QVector<BoxPhonebook>* books, QString* error);
+bool loadPhoneBook(TNPreferences& prefs, RouterSession& session, QVector<BoxPhonebook>* books,
+                   QString* error);
 bool addContact(TNPreferences& prefs, RouterSession& session, const BoxContactEntry& entry, QString* error);
 // The book (as made from an address-book group) replaces the router's phone book.
 bool replacePhoneBook(TNPreferences& prefs, RouterSession& session, const QString& bookXML, QString* error);

@@ -4,12 +4,12 @@
 #include "base/Logging.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "base/StringAdditions.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/CallerCache.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
 #include "contacts/ReverseSearchDefinitions.h"
-#include "base/StringAdditions.h"
 
 #include <QDir>
 #include <QSaveFile>

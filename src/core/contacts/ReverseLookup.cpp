@@ -5,19 +5,18 @@
 #include "base/NotificationNames.h"
 #include "base/SettingsKeys.h"
 #include "base/SettingsStore.h"
+#include "base/StringAdditions.h"
 #include "base/TNPreferencesManager.h"
 #include "contacts/BoundedRegex.h"
 #include "contacts/FBReverseSearch.h"
 #include "contacts/HtmlText.h"
 #include "contacts/HttpTransport.h"
-#include "base/StringAdditions.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QThreadPool>
 #include <QUrl>
-
 
 ReverseLookup::ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
                              NotificationCenter& center, ScriptRunner scripts)
@@ -121,10 +120,9 @@ void ReverseLookup::reverseSearchInBackground(const QString& connID, const QStri
                                               const Prefixis& prefixis, QObject* context, NameFound onFound)
 {
     QPointer<QObject> guard(context);
-    m_pool.start(
-        [this, connID, number, prefixis, guard, onFound = std::move(onFound)] {
-            threadReverseSearch(connID, number, prefixis, guard.data(), onFound);
-        });
+    m_pool.start([this, connID, number, prefixis, guard, onFound = std::move(onFound)] {
+        threadReverseSearch(connID, number, prefixis, guard.data(), onFound);
+    });
 }
 
 ReverseLookup::ScriptRunner ReverseLookup::scriptRunnerForFolder(const QString& scriptsDir, int timeoutMs)

@@ -30,8 +30,8 @@ public:
     using ScriptRunner = std::function<QString(const QString& script, const QStringList& arguments)>;
     using NameFound = std::function<void(const QString& name, const QString& connID)>;
 
-    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http, NotificationCenter& center,
-                  ScriptRunner scripts);
+    ReverseLookup(FBReverseSearch& search, SettingsStore& settings, HttpTransport& http,
+                  NotificationCenter& center, ScriptRunner scripts);
 
     void setTimeoutMs(int ms) { m_timeoutMs = ms; }
 
@@ -50,7 +50,6 @@ public:
 
     // Scripts are executable files in scriptsDir; a name with a path separator is refused.
     static ScriptRunner scriptRunnerForFolder(const QString& scriptsDir, int timeoutMs = 10000);
-
 
 private:
     FBReverseSearch& m_search;

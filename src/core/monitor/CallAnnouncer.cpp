@@ -8,8 +8,8 @@
 #include "monitor/TNScriptManager.h"
 
 CallAnnouncer::CallAnnouncer(CallTable& table, NotificationCenter& center,
-                             std::function<std::shared_ptr<TNPreferences>()> preferences, CallAnnouncerHooks hooks,
-                             QObject* sender)
+                             std::function<std::shared_ptr<TNPreferences>()> preferences,
+                             CallAnnouncerHooks hooks, QObject* sender)
     : QObject(sender), m_table(table), m_center(center), m_preferences(std::move(preferences)),
       m_hooks(std::move(hooks)), m_sender(sender)
 {
@@ -62,7 +62,8 @@ void CallAnnouncer::runScripts(int state, CallRecord& call)
     }
     const auto p = m_preferences ? m_preferences() : nullptr;
     if (m_hooks.scripts && p)
-        m_hooks.scripts->executeAppleScriptsWithCallState(state, call, p->appleScripts, p->appleScriptsParams);
+        m_hooks.scripts->executeAppleScriptsWithCallState(state, call, p->appleScripts,
+                                                          p->appleScriptsParams);
 }
 
 void CallAnnouncer::callDialled(const CallRecord& call)

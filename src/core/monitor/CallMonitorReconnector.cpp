@@ -3,7 +3,8 @@
 #include "base/Logging.h"
 #include "monitor/StreamListener.h"
 
-CallMonitorReconnector::CallMonitorReconnector(StreamListener& listener, ReconnectBackoff backoff, QObject* parent)
+CallMonitorReconnector::CallMonitorReconnector(StreamListener& listener, ReconnectBackoff backoff,
+                                               QObject* parent)
     : QObject(parent), m_listener(listener), m_backoff(backoff)
 {
     m_timer.setSingleShot(true);

@@ -14,7 +14,8 @@ class CallMonitorReconnector : public QObject
 {
     Q_OBJECT
 public:
-    CallMonitorReconnector(StreamListener& listener, ReconnectBackoff backoff = ReconnectBackoff(), QObject* parent = nullptr);
+    CallMonitorReconnector(StreamListener& listener, ReconnectBackoff backoff = ReconnectBackoff(),
+                           QObject* parent = nullptr);
 
     // Connects now and keeps the connection up.
     void start(const QString& host, quint16 port);

@@ -58,12 +58,14 @@ std::optional<CallNotification> notificationForCall(const CallRecord& call)
         body = QStringLiteral("%1 (%2)").arg(body, label);
     if (call.cmd == u"DISCONNECT") {
         if (call.connected)
-            body = QStringLiteral("%1\n%2 %3").arg(body, Localization::localized(QStringLiteral("callduration")),
-                                                   durationText(call.duration));
+            body = QStringLiteral("%1\n%2 %3")
+                       .arg(body, Localization::localized(QStringLiteral("callduration")),
+                            durationText(call.duration));
         else
             body = QStringLiteral("%1\n%2").arg(body, call.calltime);
     } else if (!call.line.isEmpty()) {
-        body = QStringLiteral("%1\n%2 %3").arg(body, Localization::localized(QStringLiteral("line")), call.line);
+        body =
+            QStringLiteral("%1\n%2 %3").arg(body, Localization::localized(QStringLiteral("line")), call.line);
     }
     note.body = body;
     return note;

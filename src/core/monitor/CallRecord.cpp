@@ -5,24 +5,15 @@
 QVariantMap CallRecord::toMap() const
 {
     QVariantMap m{
-        {QStringLiteral("calltime"), calltime},
-        {QStringLiteral("cmd"), cmd},
-        {QStringLiteral("connID"), connID},
-        {QStringLiteral("line"), line},
-        {QStringLiteral("number"), number},
-        {QStringLiteral("msn"), msn},
-        {QStringLiteral("extension"), extension},
-        {QStringLiteral("extensionTitle"), extensionTitle},
-        {QStringLiteral("duration"), duration},
-        {QStringLiteral("contact"), contact},
-        {QStringLiteral("calltype"), calltype},
-        {QStringLiteral("dateStart"), dateStart},
-        {QStringLiteral("connected"), connected},
-        {QStringLiteral("externalStart"), externalStart},
-        {QStringLiteral("showCall"), showCall},
-        {QStringLiteral("MemoSubject"), MemoSubject},
-        {QStringLiteral("MemoBody"), MemoBody},
-        {QStringLiteral("UID"), UID},
+        {QStringLiteral("calltime"), calltime},   {QStringLiteral("cmd"), cmd},
+        {QStringLiteral("connID"), connID},       {QStringLiteral("line"), line},
+        {QStringLiteral("number"), number},       {QStringLiteral("msn"), msn},
+        {QStringLiteral("extension"), extension}, {QStringLiteral("extensionTitle"), extensionTitle},
+        {QStringLiteral("duration"), duration},   {QStringLiteral("contact"), contact},
+        {QStringLiteral("calltype"), calltype},   {QStringLiteral("dateStart"), dateStart},
+        {QStringLiteral("connected"), connected}, {QStringLiteral("externalStart"), externalStart},
+        {QStringLiteral("showCall"), showCall},   {QStringLiteral("MemoSubject"), MemoSubject},
+        {QStringLiteral("MemoBody"), MemoBody},   {QStringLiteral("UID"), UID},
     };
     if (dateEnd.isValid())
         m.insert(QStringLiteral("dateEnd"), dateEnd);

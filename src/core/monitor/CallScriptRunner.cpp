@@ -41,7 +41,8 @@ QString executeAppleScriptWithName(const QString& dir, const QString& name, cons
         return {};
     }
     if (!process.waitForFinished(timeoutMs)) {
-        qCWarning(lcMonitor) << "Script" << name << "did not finish within" << timeoutMs / 1000 << "s; killed";
+        qCWarning(lcMonitor) << "Script" << name << "did not finish within" << timeoutMs / 1000
+                             << "s; killed";
         process.kill();
         process.waitForFinished(2000);
         return {};

@@ -279,13 +279,15 @@ bool CallTable::showCallForLine(const QString& line, int callType, bool startedE
         return true;
     for (const QVariant& v : p->lines) {
         const QVariantMap l = v.toMap();
-        if (l.value(QStringLiteral("HideMonitor")).toBool() && l.value(QStringLiteral("Line")).toString().endsWith(line))
+        if (l.value(QStringLiteral("HideMonitor")).toBool() &&
+            l.value(QStringLiteral("Line")).toString().endsWith(line))
             return false;
     }
     return true;
 }
 
-const CallRecord* CallTable::addDialledCall(const QString& number, const QString& extension, const QStringList& contact)
+const CallRecord* CallTable::addDialledCall(const QString& number, const QString& extension,
+                                            const QStringList& contact)
 {
     const QString ext = extension.isEmpty() ? QStringLiteral("50") : extension;
     if (number.startsWith(QStringLiteral("**"))) {

@@ -26,7 +26,7 @@ public:
     struct Context
     {
         std::function<std::shared_ptr<TNPreferences>()> preferences; // the watched location; may answer null
-        SettingsStore& settings;                                      // global keys
+        SettingsStore& settings;                                     // global keys
         const Clock& clock;
         CallerNameResolver& names;
     };
@@ -34,14 +34,14 @@ public:
     // What one line did.
     struct Change
     {
-        CallRecord record;            // the stored record after the line, or the one a filtered call would have made
-        qsizetype index = NotFound;   // of the stored record; NotFound when nothing is kept
-        bool hasRecord = true;        // false when the line named an unknown connection
-        bool showCall = false;        // the call is one the user wants to see
-        bool announce = false;        // worth a desktop notification
+        CallRecord record; // the stored record after the line, or the one a filtered call would have made
+        qsizetype index = NotFound;     // of the stored record; NotFound when nothing is kept
+        bool hasRecord = true;          // false when the line named an unknown connection
+        bool showCall = false;          // the call is one the user wants to see
+        bool announce = false;          // worth a desktop notification
         std::optional<int> scriptState; // the call scripts' event, when they run
         bool extensionsChanged = false;
-        bool lookUpName = false;      // no name known yet: worth a reverse lookup of record.number
+        bool lookUpName = false; // no name known yet: worth a reverse lookup of record.number
     };
 
     explicit CallTable(Context context);
@@ -65,7 +65,8 @@ public:
 
     // A call the program asked the router to dial; null for an internal call ("**"), which the
     // router never reports: only the two extensions ring.
-    const CallRecord* addDialledCall(const QString& number, const QString& extension, const QStringList& contact);
+    const CallRecord* addDialledCall(const QString& number, const QString& extension,
+                                     const QStringList& contact);
     bool cancelCallForUID(const QString& uid);
     bool setContactForUID(const QStringList& contact, const QString& uid);
     bool setContactForConnID(const QStringList& contact, const QString& connID);

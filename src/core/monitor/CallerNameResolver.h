@@ -26,6 +26,9 @@ public:
 class UnknownCallerResolver final : public CallerNameResolver
 {
 public:
-    QStringList searchNameForPhonenumber(const QString&) override { return {QString(), QString(), QString()}; }
+    QStringList searchNameForPhonenumber(const QString&) override
+    {
+        return {QString(), QString(), QString()};
+    }
     void reverseSearchInBackground(const QString&, const QString&, ReverseResult) override {}
 };

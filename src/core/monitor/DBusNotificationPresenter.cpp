@@ -28,7 +28,8 @@ bool DBusNotificationPresenter::isAvailable() const
     QDBusConnectionInterface* bus = m_bus.interface();
     if (!bus)
         return false;
-    m_available = bus->isServiceRegistered(Service).value() || bus->activatableServiceNames().value().contains(Service);
+    m_available =
+        bus->isServiceRegistered(Service).value() || bus->activatableServiceNames().value().contains(Service);
     return m_available;
 }
 
@@ -36,7 +37,8 @@ QVariant DBusNotificationPresenter::deliver(const CallNotification& note, const 
 {
     const QString uid = note.uid;
     const uint replaces = m_idForUid.value(previous.toString(), m_idForUid.value(uid, 0));
-    const QString summary = note.title.isEmpty() ? note.subtitle : QStringLiteral("%1: %2").arg(note.title, note.subtitle);
+    const QString summary =
+        note.title.isEmpty() ? note.subtitle : QStringLiteral("%1: %2").arg(note.title, note.subtitle);
     QStringList actions;
     if (!note.number.isEmpty())
         actions << QStringLiteral("default") << note.number;
@@ -44,14 +46,15 @@ QVariant DBusNotificationPresenter::deliver(const CallNotification& note, const 
                             {QStringLiteral("category"), QStringLiteral("im.received")}};
 
     QDBusMessage call = QDBusMessage::createMethodCall(Service, Path, Service, QStringLiteral("Notify"));
-    call << QStringLiteral("Tondrel") << replaces << QStringLiteral("tondrel") << summary << note.body << actions
-         << hints << int(-1);
+    call << QStringLiteral("Tondrel") << replaces << QStringLiteral("tondrel") << summary << note.body
+         << actions << hints << int(-1);
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, uid](QDBusPendingCallWatcher* w) {
         w->deleteLater();
         const QDBusPendingReply<uint> reply = *w;
         if (reply.isError()) {
-            qCWarning(lcMonitor) << "The notification server refused a notification:" << reply.error().message();
+            qCWarning(lcMonitor) << "The notification server refused a notification:"
+                                 << reply.error().message();
             return;
         }
         remember(uid, reply.value());
@@ -81,7 +84,8 @@ void DBusNotificationPresenter::withdraw(const QVariant& handle)
         return;
     }
     m_uidForId.remove(id);
-    QDBusMessage call = QDBusMessage::createMethodCall(Service, Path, Service, QStringLiteral("CloseNotification"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(Service, Path, Service, QStringLiteral("CloseNotification"));
     call << id;
     m_bus.asyncCall(call);
 }

@@ -50,7 +50,10 @@ std::optional<MonitorLine> MonitorLine::parse(const QByteArray& bytes, QString* 
     const int need = requiredFields(line.event);
     if (line.fields.size() < need) {
         if (reason)
-            *reason = QStringLiteral("%1 fields, %2 needs %3").arg(line.fields.size()).arg(line.eventWord()).arg(need);
+            *reason = QStringLiteral("%1 fields, %2 needs %3")
+                          .arg(line.fields.size())
+                          .arg(line.eventWord())
+                          .arg(need);
         return std::nullopt;
     }
     return line;

@@ -8,9 +8,10 @@ SleepWatcher::SleepWatcher(QDBusConnection bus, QObject* parent) : QObject(paren
         qCInfo(lcApp) << "No system bus: sleep and wake go unnoticed";
         return;
     }
-    m_watching = bus.connect(QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
-                             QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"),
-                             this, SLOT(onPrepareForSleep(bool)));
+    m_watching =
+        bus.connect(QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
+                    QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"), this,
+                    SLOT(onPrepareForSleep(bool)));
 }
 
 void SleepWatcher::onPrepareForSleep(bool start)

@@ -43,8 +43,9 @@ void StreamListener::connectToHost(const QString& hostName, quint16 port)
     m_socket = new QTcpSocket(this);
     connect(m_socket, &QTcpSocket::connected, this, &StreamListener::onConnected);
     connect(m_socket, &QTcpSocket::readyRead, this, &StreamListener::onReadyRead);
-    connect(m_socket, &QTcpSocket::errorOccurred, this,
-            [this](QAbstractSocket::SocketError) { onSocketError(m_socket ? m_socket->errorString() : QString()); });
+    connect(m_socket, &QTcpSocket::errorOccurred, this, [this](QAbstractSocket::SocketError) {
+        onSocketError(m_socket ? m_socket->errorString() : QString());
+    });
     // The router closing the stream counts as an error, so the conductor reconnects.
     connect(m_socket, &QTcpSocket::disconnected, this,
             [this] { onSocketError(QStringLiteral("the router closed the connection")); });
@@ -143,16 +144,17 @@ void StreamListener::lookUpName(const CallRecord& call)
 {
     // Answered by the call's UID: the router reuses connection ids.
     QPointer<StreamListener> self(this);
-    m_services.names->reverseSearchInBackground(call.UID, call.number, [self](const QString& uid, const QString& name) {
-        // The lookup answers on its own thread; the table belongs to ours.
-        QMetaObject::invokeMethod(
-            self,
-            [self, uid, name] {
-                if (self && self->m_table.setContactForUID({QString(), name, QString()}, uid))
-                    self->m_announcer->nameArrived(uid);
-            },
-            Qt::QueuedConnection);
-    });
+    m_services.names->reverseSearchInBackground(
+        call.UID, call.number, [self](const QString& uid, const QString& name) {
+            // The lookup answers on its own thread; the table belongs to ours.
+            QMetaObject::invokeMethod(
+                self,
+                [self, uid, name] {
+                    if (self && self->m_table.setContactForUID({QString(), name, QString()}, uid))
+                        self->m_announcer->nameArrived(uid);
+                },
+                Qt::QueuedConnection);
+        });
 }
 
 // --- changes from the program -----------------------------------------------------------------

@@ -72,10 +72,11 @@ public:
     qsizetype indexForUID(const QString& uid) const { return m_table.indexForUID(uid); }
 
     // A call the program asked the router to dial.
-    void addNewCallForExtensionForContact(const QString& number, const QString& extension, const QStringList& contact);
+    void addNewCallForExtensionForContact(const QString& number, const QString& extension,
+                                          const QStringList& contact);
     void cancelCallForUID(const QString& uid);
-    void setContactNameWithLabelAndABIDForConnID(const QString& name, const QString& label, const QString& abid,
-                                                 const QString& connID);
+    void setContactNameWithLabelAndABIDForConnID(const QString& name, const QString& label,
+                                                 const QString& abid, const QString& connID);
     // By record: an ended call's connID is "-1" and no longer tells calls apart.
     void setMemoIDForUID(qint64 memoID, const QString& uid) { m_table.setMemoIDForUID(memoID, uid); }
 
@@ -87,7 +88,8 @@ signals:
     // After each event line: the event word and the record it touched (or the one it would have
     // made, for a filtered call); hasRecord false when the line named an unknown connection.
     // fields are the line's own fields (time stamp first).
-    void lineProcessed(const QString& event, const CallRecord& record, bool hasRecord, const QStringList& fields);
+    void lineProcessed(const QString& event, const CallRecord& record, bool hasRecord,
+                       const QStringList& fields);
     // The socket failed or the router closed it.
     void connectionLost(const QString& reason);
 

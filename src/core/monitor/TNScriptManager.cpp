@@ -5,7 +5,8 @@
 
 const QString TNScriptManager::bundleIdentifier = QStringLiteral("org.tondrel.Tondrel");
 
-TNScriptManager::TNScriptManager(QString scriptsDir, int timeoutMs) : m_dir(std::move(scriptsDir)), m_timeoutMs(timeoutMs)
+TNScriptManager::TNScriptManager(QString scriptsDir, int timeoutMs)
+    : m_dir(std::move(scriptsDir)), m_timeoutMs(timeoutMs)
 {
     // Events of one call come seconds apart; a few threads keep a slow script from holding up
     // the next call's scripts.
@@ -23,8 +24,8 @@ QStringList TNScriptManager::argumentsForCall(const CallRecord& call)
     if (!label.isEmpty() && Localization::hasKey(label))
         label = Localization::localized(label);
     label.remove(u'\t');
-    return {call.number, call.contactName(), call.contactABID(), call.line, label,
-            call.connID, bundleIdentifier, call.MemoSubject, call.MemoBody};
+    return {call.number, call.contactName(), call.contactABID(), call.line,    label,
+            call.connID, bundleIdentifier,   call.MemoSubject,   call.MemoBody};
 }
 
 void TNScriptManager::executeAppleScriptsWithCallState(int state, const CallRecord& call,
@@ -38,7 +39,8 @@ void TNScriptManager::executeAppleScriptsWithCallState(int state, const CallReco
     });
 }
 
-void TNScriptManager::threadExecuteAppleScripts(int state, const CallRecord& call, const QVariantList& appleScripts,
+void TNScriptManager::threadExecuteAppleScripts(int state, const CallRecord& call,
+                                                const QVariantList& appleScripts,
                                                 const QVariantMap& appleScriptsParams)
 {
     QStringList arguments = argumentsForCall(call);

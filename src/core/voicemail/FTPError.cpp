@@ -6,7 +6,8 @@ QString FTPError::alertKey() const
 {
     switch (kind) {
     case Kind::LoginDenied:
-        return remote ? QStringLiteral("errorFTP_Login_Denied_Remote") : QStringLiteral("errorFTP_Login_Denied_Home");
+        return remote ? QStringLiteral("errorFTP_Login_Denied_Remote")
+                      : QStringLiteral("errorFTP_Login_Denied_Home");
     case Kind::NoConnection:
         return remote ? QStringLiteral("errorFTP_Connect_Remote") : QStringLiteral("errorFTP_Connect_Home");
     case Kind::TLSTimeout:

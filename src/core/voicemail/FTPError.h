@@ -8,7 +8,7 @@ struct FTPError
     enum class Kind { None, LoginDenied, NoConnection, TLSTimeout, Cancelled, Failed };
 
     Kind kind = Kind::None;
-    QString message; // the transfer library's own text
+    QString message;     // the transfer library's own text
     bool remote = false; // through the router's remote access rather than the home network
 
     bool isError() const { return kind != Kind::None; }

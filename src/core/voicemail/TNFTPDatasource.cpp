@@ -21,8 +21,7 @@ bool isNewer(const QDateTime& stamp, const QDateTime& marker)
     return !marker.isValid() || (stamp.isValid() && stamp > marker);
 }
 
-template<typename Entry>
-int countNew(const QList<Entry>& entries, const QDateTime& marker)
+template <typename Entry> int countNew(const QList<Entry>& entries, const QDateTime& marker)
 {
     int fresh = 0;
     for (const Entry& e : entries)
@@ -39,10 +38,7 @@ QDateTime seenMarker(const QDateTime& entryStamp, const QDateTime& now)
 
 TNFTPDatasource::TNFTPDatasource(NotificationCenter& notifications, VoicemailMarkerStore* markers,
                                  CallerNameLookup* names, QObject* parent)
-    : QObject(parent)
-    , m_notifications(notifications)
-    , m_markers(markers)
-    , m_names(names)
+    : QObject(parent), m_notifications(notifications), m_markers(markers), m_names(names)
 {
 }
 
@@ -59,12 +55,14 @@ QStringList TNFTPDatasource::loadFRITZDirectories(VBFTPConnection& connection)
     QStringList found;
     const auto holdsBoxes = [&](const QString& fritz) {
         const QStringList inside = connection.directoryListingForPath(fritz);
-        return inside.contains(fritz + QStringLiteral("voicebox/")) || inside.contains(fritz + QStringLiteral("faxbox/"));
+        return inside.contains(fritz + QStringLiteral("voicebox/")) ||
+               inside.contains(fritz + QStringLiteral("faxbox/"));
     };
     for (const QString& entry : root) {
         if (!entry.endsWith(u'/'))
             continue;
-        const QString fritz = entry == u"FRITZ/" ? entry : connection.searchPath(entry, QStringLiteral("FRITZ"));
+        const QString fritz =
+            entry == u"FRITZ/" ? entry : connection.searchPath(entry, QStringLiteral("FRITZ"));
         if (!fritz.isEmpty() && holdsBoxes(fritz))
             found.append(fritz);
     }
@@ -120,11 +118,13 @@ QList<VoicemailEntry> TNFTPDatasource::readMetaData(const QByteArray& data, cons
     return entries;
 }
 
-QList<FaxEntry> TNFTPDatasource::loadFAXForDirectories(VBFTPConnection& connection, const QStringList& directories)
+QList<FaxEntry> TNFTPDatasource::loadFAXForDirectories(VBFTPConnection& connection,
+                                                       const QStringList& directories)
 {
     QList<FaxEntry> result;
     for (const QString& dir : directories) {
-        for (const QString& path : connection.directoryListingForPath(dir + QStringLiteral("faxbox/"), QStringLiteral("*.pdf"))) {
+        for (const QString& path :
+             connection.directoryListingForPath(dir + QStringLiteral("faxbox/"), QStringLiteral("*.pdf"))) {
             if (!path.endsWith(u'/') && path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive))
                 result.append(preprocessFaxFile(path));
         }
@@ -183,13 +183,14 @@ bool TNFTPDatasource::loadingFaxFinished(int connID, const QList<FaxEntry>& entr
     return true;
 }
 
-QByteArray TNFTPDatasource::deleteVoicemailsInMetaData(const QStringList& recFiles, const QByteArray& metaData)
+QByteArray TNFTPDatasource::deleteVoicemailsInMetaData(const QStringList& recFiles,
+                                                       const QByteArray& metaData)
 {
     return VoicemailIndex::withoutRecords(metaData, recFiles);
 }
 
-bool TNFTPDatasource::deleteVoicemailEntries(VBFTPConnection& connection, const QList<VoicemailEntry>& entries,
-                                            QString* error)
+bool TNFTPDatasource::deleteVoicemailEntries(VBFTPConnection& connection,
+                                             const QList<VoicemailEntry>& entries, QString* error)
 {
     QStringList problems;
     // Index file (PATH + FILE) -> recordings that are gone.
@@ -228,7 +229,8 @@ bool TNFTPDatasource::deleteVoicemailEntries(VBFTPConnection& connection, const 
     return problems.isEmpty();
 }
 
-bool TNFTPDatasource::deleteFaxEntries(VBFTPConnection& connection, const QList<FaxEntry>& entries, QString* error)
+bool TNFTPDatasource::deleteFaxEntries(VBFTPConnection& connection, const QList<FaxEntry>& entries,
+                                       QString* error)
 {
     QStringList problems;
     for (const FaxEntry& e : entries) {
@@ -330,7 +332,8 @@ void TNFTPDatasource::reloadVoicemails(std::shared_ptr<TNPreferences> prefs)
         const QStringList dirs = run.loadFRITZDirectories(*conn);
         if (dirs.isEmpty())
             return fail(run.lastErrorText);
-        const QList<VoicemailEntry> voicemails = run.loadVoicemailsForDirectories(*conn, dirs, prefs->loadVoicemails);
+        const QList<VoicemailEntry> voicemails =
+            run.loadVoicemailsForDirectories(*conn, dirs, prefs->loadVoicemails);
         const QList<FaxEntry> faxes = run.loadFAXForDirectories(*conn, dirs);
         const int total = run.totalVoicemailCounter;
         conn->disconnect();

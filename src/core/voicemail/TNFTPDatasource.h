@@ -50,7 +50,8 @@ public:
     // "FRITZ/" folders (on a volume or at the root) that hold "voicebox/" or "faxbox/".
     QStringList loadFRITZDirectories(VBFTPConnection& connection);
     // Index files of each folder's "voicebox/", those whose "LoadVoicemails" flag is 1.
-    QList<VoicemailEntry> loadVoicemailsForDirectories(VBFTPConnection& connection, const QStringList& directories,
+    QList<VoicemailEntry> loadVoicemailsForDirectories(VBFTPConnection& connection,
+                                                       const QStringList& directories,
                                                        const QVariantList& loadFlags);
     QList<FaxEntry> loadFAXForDirectories(VBFTPConnection& connection, const QStringList& directories);
 
@@ -66,7 +67,8 @@ public:
 
     // Removes the recordings and rewrites their index files. Returns false with error set when
     // anything failed; index files whose upload failed are left as they were.
-    bool deleteVoicemailEntries(VBFTPConnection& connection, const QList<VoicemailEntry>& entries, QString* error);
+    bool deleteVoicemailEntries(VBFTPConnection& connection, const QList<VoicemailEntry>& entries,
+                                QString* error);
     bool deleteFaxEntries(VBFTPConnection& connection, const QList<FaxEntry>& entries, QString* error);
     static QByteArray deleteVoicemailsInMetaData(const QStringList& recFiles, const QByteArray& metaData);
 

@@ -53,8 +53,8 @@ QByteArray encodePath(const QString& path)
     QByteArray out;
     for (const char c : path.toLatin1()) {
         const auto u = quint8(c);
-        if ((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '-' || u == '.'
-            || u == '_' || u == '~' || u == '/')
+        if ((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '-' ||
+            u == '.' || u == '_' || u == '~' || u == '/')
             out.append(c);
         else
             out.append('%').append(QByteArray::number(u, 16).rightJustified(2, '0').toUpper());
@@ -116,9 +116,7 @@ VBFTPConnection::Settings VBFTPConnection::settingsUsePreferences(const TNPrefer
 }
 
 VBFTPConnection::VBFTPConnection(NotificationCenter& notifications)
-    : d(std::make_unique<Impl>())
-    , m_notifications(notifications)
-    , m_observer(std::make_unique<QObject>())
+    : d(std::make_unique<Impl>()), m_notifications(notifications), m_observer(std::make_unique<QObject>())
 {
     static std::once_flag once;
     std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
@@ -174,7 +172,8 @@ QString VBFTPConnection::urlFor(const QString& path) const
     QString host = m_settings.host;
     if (host.contains(u':') && !host.startsWith(u'['))
         host = QStringLiteral("[%1]").arg(host);
-    return QStringLiteral("ftp://%1:%2/").arg(host).arg(m_settings.port) + QString::fromLatin1(encodePath(path));
+    return QStringLiteral("ftp://%1:%2/").arg(host).arg(m_settings.port) +
+           QString::fromLatin1(encodePath(path));
 }
 
 void VBFTPConnection::fail(FTPError::Kind kind, const QString& message)
@@ -224,8 +223,8 @@ bool VBFTPConnection::perform(const QString& url, bool connecting)
         m_error = FTPError();
         return true;
     }
-    const QString message = d->errorBuffer[0] ? QString::fromUtf8(d->errorBuffer)
-                                              : QString::fromUtf8(curl_easy_strerror(rc));
+    const QString message =
+        d->errorBuffer[0] ? QString::fromUtf8(d->errorBuffer) : QString::fromUtf8(curl_easy_strerror(rc));
     FTPError::Kind kind = FTPError::Kind::Failed;
     switch (rc) {
     case CURLE_LOGIN_DENIED:
@@ -312,7 +311,8 @@ bool VBFTPConnection::deleteFile(const QString& file, const QString& folder)
         fail(FTPError::Kind::NoConnection, QStringLiteral("not connected"));
         return false;
     }
-    d->commands = curl_slist_append(d->commands, ("DELE " + absolute(folderWithSlash(folder) + file).toLatin1()).constData());
+    d->commands = curl_slist_append(
+        d->commands, ("DELE " + absolute(folderWithSlash(folder) + file).toLatin1()).constData());
     curl_easy_setopt(d->curl, CURLOPT_NOBODY, 1L);
     return perform(urlFor(QString()), false);
 }

@@ -124,7 +124,8 @@ bool VBGetVoicemail::convertToWav(const QByteArray& recording, QByteArray* wav, 
             continue;
         }
         if (!decoder.decode(f.data, samples)) {
-            *error = QStringLiteral("the recording could not be decoded (frame %1 is not Speex audio)").arg(i + 1);
+            *error =
+                QStringLiteral("the recording could not be decoded (frame %1 is not Speex audio)").arg(i + 1);
             return false;
         }
         ++audioFrames;

@@ -49,7 +49,8 @@ VoicemailEntry entryForRecord(const VoicemailIndex::Record& r, const QString& fo
     e.CalledLine = r.calledLine;
     // Filled year first and parsed year first, on purpose and unchanged: it yields no valid date,
     // so CallDate and CallTime carry the day and time of a message.
-    const QString stamp = QString::asprintf("%02d.%02d.20%02d %02d:%02d", r.year, r.month, r.day, r.hour, r.minute);
+    const QString stamp =
+        QString::asprintf("%02d.%02d.20%02d %02d:%02d", r.year, r.month, r.day, r.hour, r.minute);
     e.CallTimestamp = QDateTime::fromString(stamp, kTimestampPattern);
     e.CallDate = QString::asprintf("%02d.%02d.20%02d", r.day, r.month, r.year);
     e.CallTime = QString::asprintf("%02d:%02d", r.hour, r.minute);
@@ -109,9 +110,9 @@ QVariantList grouped(const QList<VoicemailEntry>& entries, const QString& sortBy
 {
     QVariantList out;
     for (const VoicemailEntry& e : entries)
-        out.append(QVariantMap{
-            {QStringLiteral("Header"), groupTitle(sortBy, e.CallTimestamp, e.PhoneNumber, e.Contact, e.CalledLine)},
-            {QStringLiteral("Entry"), e.toMap()}});
+        out.append(QVariantMap{{QStringLiteral("Header"),
+                                groupTitle(sortBy, e.CallTimestamp, e.PhoneNumber, e.Contact, e.CalledLine)},
+                               {QStringLiteral("Entry"), e.toMap()}});
     return out;
 }
 
@@ -119,9 +120,9 @@ QVariantList grouped(const QList<FaxEntry>& entries, const QString& sortBy)
 {
     QVariantList out;
     for (const FaxEntry& e : entries)
-        out.append(QVariantMap{
-            {QStringLiteral("Header"), groupTitle(sortBy, e.CallTimestamp, e.PhoneNumber, e.Contact, QString())},
-            {QStringLiteral("Entry"), e.toMap()}});
+        out.append(QVariantMap{{QStringLiteral("Header"),
+                                groupTitle(sortBy, e.CallTimestamp, e.PhoneNumber, e.Contact, QString())},
+                               {QStringLiteral("Entry"), e.toMap()}});
     return out;
 }
 

@@ -11,8 +11,8 @@ class CallerNameLookup;
 // Turning index records and fax file names into list entries, and grouping them for display.
 namespace VoicemailEntries {
 
-VoicemailEntry entryForRecord(const VoicemailIndex::Record& record, const QString& folder, const QString& file,
-                              CallerNameLookup* names);
+VoicemailEntry entryForRecord(const VoicemailIndex::Record& record, const QString& folder,
+                              const QString& file, CallerNameLookup* names);
 
 // path: the fax file's full path; its name is date "_" time "_" kind.sender.pdf.
 FaxEntry entryForFaxFile(const QString& path, CallerNameLookup* names);

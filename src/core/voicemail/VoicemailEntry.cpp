@@ -42,10 +42,8 @@ QDateTime VoicemailEntry::recordedAt() const
 QVariantMap FaxEntry::toMap() const
 {
     return {
-        {QStringLiteral("Contact"), Contact},
-        {QStringLiteral("PhoneNumber"), PhoneNumber},
-        {QStringLiteral("CallTime"), CallTime},
-        {QStringLiteral("CallTimestamp"), CallTimestamp},
+        {QStringLiteral("Contact"), Contact},   {QStringLiteral("PhoneNumber"), PhoneNumber},
+        {QStringLiteral("CallTime"), CallTime}, {QStringLiteral("CallTimestamp"), CallTimestamp},
         {QStringLiteral("PATH"), PATH},
     };
 }

@@ -33,9 +33,9 @@ Outcome failed(VBFTPConnection& connection, const QString& error)
 }
 
 // Fetch into the entry's cache folder.
-template<typename Fetch>
-Outcome fetchInto(VBFTPConnection& connection, const VBFTPConnection::Settings& settings, const QString& folder,
-                  Fetch fetch)
+template <typename Fetch>
+Outcome fetchInto(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
+                  const QString& folder, Fetch fetch)
 {
     Outcome outcome;
     if (!QDir().mkpath(folder)) {
@@ -63,25 +63,28 @@ QString cacheFolderFor(const QString& cacheDir, const QString& remoteFolder)
     for (const QChar c : remoteFolder)
         readable += (c.isLetterOrNumber() && c.unicode() < 128) || c == u'-' || c == u'.' ? c : QChar(u'_');
     // The digest keeps "a/b" and "a_b" apart.
-    const QByteArray digest = QCryptographicHash::hash(remoteFolder.toUtf8(), QCryptographicHash::Sha1).toHex().left(8);
+    const QByteArray digest =
+        QCryptographicHash::hash(remoteFolder.toUtf8(), QCryptographicHash::Sha1).toHex().left(8);
     return QDir(cacheDir).filePath(readable + u'-' + QString::fromLatin1(digest));
 }
 
 Outcome fetchVoicemail(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
                        const VoicemailEntry& entry, const QString& cacheDir)
 {
-    return fetchInto(connection, settings, cacheFolderFor(cacheDir, entry.PATH), [&](const QString& folder, QString* error) {
-        return VBGetVoicemail(connection).getVoicemail(entry, folder, error);
-    });
+    return fetchInto(connection, settings, cacheFolderFor(cacheDir, entry.PATH),
+                     [&](const QString& folder, QString* error) {
+                         return VBGetVoicemail(connection).getVoicemail(entry, folder, error);
+                     });
 }
 
-Outcome fetchFax(VBFTPConnection& connection, const VBFTPConnection::Settings& settings, const FaxEntry& entry,
-                 const QString& cacheDir)
+Outcome fetchFax(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
+                 const FaxEntry& entry, const QString& cacheDir)
 {
     const QString remoteFolder = entry.PATH.section(u'/', 0, -2) + u'/';
-    return fetchInto(connection, settings, cacheFolderFor(cacheDir, remoteFolder), [&](const QString& folder, QString* error) {
-        return VBGetPDF(connection).getPDF(entry, folder, error);
-    });
+    return fetchInto(connection, settings, cacheFolderFor(cacheDir, remoteFolder),
+                     [&](const QString& folder, QString* error) {
+                         return VBGetPDF(connection).getPDF(entry, folder, error);
+                     });
 }
 
 Outcome deleteVoicemails(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,

@@ -29,8 +29,8 @@ QString cacheFolderFor(const QString& cacheDir, const QString& remoteFolder);
 Outcome fetchVoicemail(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
                        const VoicemailEntry& entry, const QString& cacheDir);
 // The fax as a PDF file in its cache folder.
-Outcome fetchFax(VBFTPConnection& connection, const VBFTPConnection::Settings& settings, const FaxEntry& entry,
-                 const QString& cacheDir);
+Outcome fetchFax(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
+                 const FaxEntry& entry, const QString& cacheDir);
 // Removes the recordings and their records in the index files.
 Outcome deleteVoicemails(VBFTPConnection& connection, const VBFTPConnection::Settings& settings,
                          const QList<VoicemailEntry>& entries);

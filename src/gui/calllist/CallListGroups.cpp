@@ -27,7 +27,8 @@ CallListGroups::CallListGroups(QWidget* parent) : QTreeWidget(parent)
     });
 }
 
-void CallListGroups::setGroups(const QList<qint64>& counters, const QStringList& smartListNames, int currentCalls)
+void CallListGroups::setGroups(const QList<qint64>& counters, const QStringList& smartListNames,
+                               int currentCalls)
 {
     const bool hadChoice = currentItem() != nullptr;
     const int chosen = currentSelector();
@@ -39,8 +40,10 @@ void CallListGroups::setGroups(const QList<qint64>& counters, const QStringList&
         QIcon icon;
     };
     QList<Entry> entries = {
-        {tr("Incoming"), ListQuery::SelectorIncoming, TNCallinglist::CounterIncoming, CallListModel::stateIcon(1)},
-        {tr("Outgoing"), ListQuery::SelectorOutgoing, TNCallinglist::CounterOutgoing, CallListModel::stateIcon(3)},
+        {tr("Incoming"), ListQuery::SelectorIncoming, TNCallinglist::CounterIncoming,
+         CallListModel::stateIcon(1)},
+        {tr("Outgoing"), ListQuery::SelectorOutgoing, TNCallinglist::CounterOutgoing,
+         CallListModel::stateIcon(3)},
         {tr("Missed"), ListQuery::SelectorMissed, TNCallinglist::CounterMissed, CallListModel::stateIcon(2)},
         {tr("All calls"), ListQuery::SelectorAll, TNCallinglist::CounterAll, {}},
         {tr("Current calls"), CurrentCalls, TNCallinglist::CounterCurrent, {}},
@@ -49,8 +52,10 @@ void CallListGroups::setGroups(const QList<qint64>& counters, const QStringList&
     // Names come newest first, the selector counts from the oldest list.
     const int smartCount = int(smartListNames.size());
     for (int i = 0; i < smartCount; ++i)
-        entries.append({smartListNames[i], ListQuery::SelectorFirstSmartList + smartCount - 1 - i,
-                        TNCallinglist::CounterFirstSmartList + i, {}});
+        entries.append({smartListNames[i],
+                        ListQuery::SelectorFirstSmartList + smartCount - 1 - i,
+                        TNCallinglist::CounterFirstSmartList + i,
+                        {}});
 
     // Entries without a picture keep their titles in line with the others.
     static const QIcon blank = [] {

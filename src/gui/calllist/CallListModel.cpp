@@ -11,7 +11,8 @@
 namespace {
 int countCalls(const QList<CallListEntry>& entries)
 {
-    return int(std::count_if(entries.begin(), entries.end(), [](const CallListEntry& e) { return !e.isDayHeader; }));
+    return int(
+        std::count_if(entries.begin(), entries.end(), [](const CallListEntry& e) { return !e.isDayHeader; }));
 }
 
 QString directionText(bool ascending)
@@ -20,7 +21,10 @@ QString directionText(bool ascending)
 }
 } // namespace
 
-CallListModel::CallListModel(TNCallinglist& calls, QObject* parent) : QAbstractTableModel(parent), m_calls(calls) {}
+CallListModel::CallListModel(TNCallinglist& calls, QObject* parent)
+    : QAbstractTableModel(parent), m_calls(calls)
+{
+}
 
 const QStringList& CallListModel::columnIdentifiers()
 {
@@ -95,8 +99,8 @@ void CallListModel::showCalls(int profile, const QList<CallRow>& calls)
 QList<CallListEntry> CallListModel::readDatabase(int limit) const
 {
     const auto [column, ascending] = m_calls.sortDescriptor();
-    return m_calls.callListEntriesForProfile(m_query.profile, m_query.selector, m_query.search, m_query.searchColumn,
-                                             column, directionText(ascending), limit);
+    return m_calls.callListEntriesForProfile(m_query.profile, m_query.selector, m_query.search,
+                                             m_query.searchColumn, column, directionText(ascending), limit);
 }
 
 void CallListModel::replaceEntries(QList<CallListEntry> entries)
@@ -126,9 +130,11 @@ void CallListModel::fetchMore(const QModelIndex& parent)
     QList<CallListEntry> entries = readDatabase(m_limit);
     const qsizetype oldRows = m_entries.size();
     auto sameCall = [](const CallListEntry& a, const CallListEntry& b) {
-        return a.isDayHeader == b.isDayHeader && (a.isDayHeader ? a.dayText == b.dayText : a.call.rowid == b.call.rowid);
+        return a.isDayHeader == b.isDayHeader &&
+               (a.isDayHeader ? a.dayText == b.dayText : a.call.rowid == b.call.rowid);
     };
-    if (entries.size() < oldRows || (oldRows > 0 && !sameCall(entries[oldRows - 1], m_entries[oldRows - 1]))) {
+    if (entries.size() < oldRows ||
+        (oldRows > 0 && !sameCall(entries[oldRows - 1], m_entries[oldRows - 1]))) {
         replaceEntries(std::move(entries)); // the list changed underneath
         return;
     }
@@ -203,7 +209,8 @@ QString CallListModel::callDetails(int row) const
     const CallListEntry* e = entryAt(row);
     if (!e || e->isDayHeader)
         return QString();
-    return QStringList{e->dateText, e->call.name, e->call.phonenumber, e->call.extension, e->call.line, e->call.duration}
+    return QStringList{e->dateText,       e->call.name, e->call.phonenumber,
+                       e->call.extension, e->call.line, e->call.duration}
         .join(u'\n');
 }
 

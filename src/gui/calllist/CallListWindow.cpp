@@ -138,12 +138,15 @@ void CallListWindow::buildLayout()
     statusBar()->addPermanentWidget(m_countLabel);
 
     connect(m_groups, &CallListGroups::selectorChosen, this, &CallListWindow::groupChosen);
-    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CallListWindow::updateActions);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &CallListWindow::updateActions);
     connect(m_table, &QTableView::customContextMenuRequested, this, &CallListWindow::showContextMenu);
     m_groups->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_groups, &CallListGroups::customContextMenuRequested, this, &CallListWindow::showGroupsContextMenu);
+    connect(m_groups, &CallListGroups::customContextMenuRequested, this,
+            &CallListWindow::showGroupsContextMenu);
     connect(m_groups, &CallListGroups::itemDoubleClicked, this, [this](QTreeWidgetItem* item) {
-        if (const qint64 id = smartListIDForSelector(m_groups->selectorAt(m_groups->indexOfTopLevelItem(item))))
+        if (const qint64 id =
+                smartListIDForSelector(m_groups->selectorAt(m_groups->indexOfTopLevelItem(item))))
             openSmartListEditor(id);
     });
     connect(m_table, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
@@ -154,9 +157,10 @@ void CallListWindow::buildLayout()
 
 void CallListWindow::observeNotifications()
 {
-    rebuildOn(this,
-              {Notifications::RELOADCALLINGLIST, Notifications::GETNEWCALLERLIST, Notifications::ACTIVATESETTINGS},
-              [this] { whenShown([this] { reloadAll(); }); });
+    rebuildOn(
+        this,
+        {Notifications::RELOADCALLINGLIST, Notifications::GETNEWCALLERLIST, Notifications::ACTIVATESETTINGS},
+        [this] { whenShown([this] { reloadAll(); }); });
     // Posted after the counters were counted again.
     rebuildOn(this, {Notifications::UPDATESIDETABLE, Notifications::RELOADCOUNTER},
               [this] { whenShown([this] { reloadCounters(false); }); });
@@ -173,7 +177,8 @@ void CallListWindow::restoreSort()
 {
     const auto [identifier, ascending] = m_calls.sortDescriptor();
     const int column = std::max(0, CallListModel::columnForIdentifier(identifier));
-    m_table->horizontalHeader()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    m_table->horizontalHeader()->setSortIndicator(column,
+                                                  ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
     // From here a click on a header sorts (and stores the choice); the stored one is kept.
     m_table->setSortingEnabled(true);
 }
@@ -297,9 +302,10 @@ QList<CallRow> CallListWindow::currentCalls() const
         row.name = c.contactName();
         row.abid = c.contactABID();
         row.label = c.contactLabel();
-        const bool matches = text.isEmpty() ||
-                             QStringList{row.name, row.phonenumber, row.extension, row.line}.join(u'\n').contains(
-                                 text, Qt::CaseInsensitive);
+        const bool matches =
+            text.isEmpty() ||
+            QStringList{row.name, row.phonenumber, row.extension, row.line}.join(u'\n').contains(
+                text, Qt::CaseInsensitive);
         if (matches)
             rows.append(row);
     }
@@ -341,15 +347,17 @@ void CallListWindow::updateActions()
     m_export->setEnabled(m_profile > 0);
     m_statistics->setEnabled(m_profile > 0);
     m_newSmartList->setEnabled(m_profile > 0);
-    const QString name = first.isValid() ? first.data(CallListModel::ContactRole).toStringList().value(1) : QString();
+    const QString name =
+        first.isValid() ? first.data(CallListModel::ContactRole).toStringList().value(1) : QString();
     m_lookUp->setEnabled(rows.size() == 1 && hasNumber && name.isEmpty() && !m_lookingUp);
     const bool book = m_actions.hasAddressBook();
     m_addContact->setEnabled(rows.size() == 1 && hasNumber && book);
-    m_addContact->setToolTip(book ? tr("Add this number to the address book as a new contact")
-                                  : tr("No address book is configured: choose a vCard file under Settings, General."));
+    m_addContact->setToolTip(
+        book ? tr("Add this number to the address book as a new contact")
+             : tr("No address book is configured: choose a vCard file under Settings, General."));
     const int count = m_model->callCount();
     const QString shown = m_model->canFetchMore({}) ? tr("%1+ calls").arg(count)
-                          : count == 1             ? tr("1 call")
-                                                   : tr("%1 calls").arg(count);
+                          : count == 1              ? tr("1 call")
+                                                    : tr("%1 calls").arg(count);
     m_countLabel->setText(shown);
 }

@@ -34,8 +34,9 @@ class CallListWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, CallListSync& sync, ContactsServices& contacts,
-                   StreamListener& listener, SettingsStore& settings, QWidget* parent = nullptr);
+    CallListWindow(TNPreferencesManager& manager, TNCallinglist& calls, CallListSync& sync,
+                   ContactsServices& contacts, StreamListener& listener, SettingsStore& settings,
+                   QWidget* parent = nullptr);
     ~CallListWindow() override;
 
     // Shows the window in front, read afresh.

@@ -98,7 +98,8 @@ void CallListWindow::showContextMenu(const QPoint& pos)
         return;
     // A right click on a call outside the selection acts on that call.
     if (!m_table->selectionModel()->isRowSelected(index.row(), {}))
-        m_table->selectionModel()->select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_table->selectionModel()->select(index,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     QMenu menu(this);
     menu.addActions({m_call, m_copyNumber, m_copyDetails});
     menu.addSeparator();
@@ -114,7 +115,8 @@ void CallListWindow::copySelectedNumber()
 {
     const QList<int> rows = selectedCallRows();
     if (!rows.isEmpty())
-        QApplication::clipboard()->setText(m_model->index(rows.first(), 0).data(CallListModel::NumberRole).toString());
+        QApplication::clipboard()->setText(
+            m_model->index(rows.first(), 0).data(CallListModel::NumberRole).toString());
 }
 
 void CallListWindow::copySelectedDetails()
@@ -131,22 +133,26 @@ int CallListWindow::deleteSelectedCalls()
     QList<qint64> rowids;
     if (m_model->showsDatabase())
         for (int row : selectedCallRows())
-            if (const qint64 rowid = m_model->index(row, 0).data(CallListModel::RowidRole).toLongLong(); rowid > 0)
+            if (const qint64 rowid = m_model->index(row, 0).data(CallListModel::RowidRole).toLongLong();
+                rowid > 0)
                 rowids.append(rowid);
     if (rowids.isEmpty() || m_profile <= 0)
         return 0;
     const int count = int(rowids.size());
     const bool confirmed =
-        m_confirmDelete ? m_confirmDelete(count)
-                        : QMessageBox::question(this, tr("Delete calls"),
-                                                count == 1 ? tr("Delete the selected call from the call list?")
-                                                           : tr("Delete the %1 selected calls from the call list?")
-                                                                 .arg(count)) == QMessageBox::Yes;
+        m_confirmDelete
+            ? m_confirmDelete(count)
+            : QMessageBox::question(
+                  this, tr("Delete calls"),
+                  count == 1 ? tr("Delete the selected call from the call list?")
+                             : tr("Delete the %1 selected calls from the call list?").arg(count)) ==
+                  QMessageBox::Yes;
     if (!confirmed)
         return 0;
     const int deleted = m_actions.deleteCalls(m_profile, rowids).deleted;
     if (deleted < 0)
-        statusBar()->showMessage(tr("The calls could not be deleted: the call database refused it."), MessageMs);
+        statusBar()->showMessage(tr("The calls could not be deleted: the call database refused it."),
+                                 MessageMs);
     // The counters were counted again by the deletion.
     reloadCounters(false);
     reloadList();
@@ -182,9 +188,8 @@ void CallListWindow::startRouterImport()
 
 void CallListWindow::chooseImportFile()
 {
-    const QString path =
-        QFileDialog::getOpenFileName(this, tr("Import a call journal"), QDir::homePath(),
-                                     tr("Call journals (*.csv *.txt);;All files (*)"));
+    const QString path = QFileDialog::getOpenFileName(this, tr("Import a call journal"), QDir::homePath(),
+                                                      tr("Call journals (*.csv *.txt);;All files (*)"));
     if (!path.isEmpty())
         importFile(path);
 }

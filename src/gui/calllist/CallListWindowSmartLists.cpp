@@ -15,7 +15,8 @@ qint64 CallListWindow::smartListIDForSelector(int selector) const
 {
     if (m_profile <= 0 || selector < ListQuery::SelectorFirstSmartList)
         return 0;
-    const auto list = m_calls.smartLists().getSmartListForProfile(m_profile, selector - ListQuery::SelectorFirstSmartList);
+    const auto list =
+        m_calls.smartLists().getSmartListForProfile(m_profile, selector - ListQuery::SelectorFirstSmartList);
     return list ? list->rowid : 0;
 }
 
@@ -38,13 +39,15 @@ bool CallListWindow::deleteSmartList(int selector)
     const bool confirmed =
         m_confirmSmartListDelete
             ? m_confirmSmartListDelete(list->name)
-            : QMessageBox::question(this, tr("Delete smart list"),
-                                    tr("Delete the smart list “%1”? The calls stay in the call list.").arg(list->name)) ==
+            : QMessageBox::question(
+                  this, tr("Delete smart list"),
+                  tr("Delete the smart list “%1”? The calls stay in the call list.").arg(list->name)) ==
                   QMessageBox::Yes;
     if (!confirmed)
         return false;
     if (!m_calls.deleteSmartListForID(id)) {
-        statusBar()->showMessage(tr("The smart list could not be deleted: the call database refused it."), 8000);
+        statusBar()->showMessage(tr("The smart list could not be deleted: the call database refused it."),
+                                 8000);
         return false;
     }
     // The selectors of the lists after it move up by one: show all calls rather than a neighbour.

@@ -5,8 +5,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-CallMemoDialog::CallMemoDialog(TNCallinglist& calls, int profile, const CallRow& call, const QString& dateText,
-                               QWidget* parent)
+CallMemoDialog::CallMemoDialog(TNCallinglist& calls, int profile, const CallRow& call,
+                               const QString& dateText, QWidget* parent)
     : MemoForm(parent), m_calls(calls), m_profile(profile), m_call(call)
 {
     const QString number = call.phonenumber.isEmpty() ? tr("withheld number") : call.phonenumber;
@@ -28,8 +28,8 @@ bool CallMemoDialog::save()
     if (m_memoID > 0) {
         ok = m_calls.updateMemoWithID(m_memoID, subjectField()->text(), bodyField()->toPlainText());
     } else {
-        m_memoID = m_calls.setMemoForProfile(m_profile, m_call.phonenumber, m_call.calldate, subjectField()->text(),
-                                             bodyField()->toPlainText());
+        m_memoID = m_calls.setMemoForProfile(m_profile, m_call.phonenumber, m_call.calldate,
+                                             subjectField()->text(), bodyField()->toPlainText());
         ok = m_memoID > 0;
     }
     if (!ok)

@@ -20,7 +20,8 @@ CallStatisticsDialog::CallStatisticsDialog(TNCallinglist& calls, int profile, QW
         m_years->addItem(year, year.toInt());
 
     m_table = new QTableWidget(TotalRow + 1, ColumnCount, this);
-    m_table->setHorizontalHeaderLabels({tr("Calls"), tr("Incoming"), tr("Outgoing"), tr("Missed"), tr("Talk time")});
+    m_table->setHorizontalHeaderLabels(
+        {tr("Calls"), tr("Incoming"), tr("Outgoing"), tr("Missed"), tr("Talk time")});
     QStringList months;
     const QLocale locale;
     for (int m = 1; m <= 12; ++m)
@@ -42,7 +43,8 @@ CallStatisticsDialog::CallStatisticsDialog(TNCallinglist& calls, int profile, QW
     layout->addWidget(m_table);
     layout->addWidget(buttons);
 
-    connect(m_years, &QComboBox::currentIndexChanged, this, [this] { showYear(m_years->currentData().toInt()); });
+    connect(m_years, &QComboBox::currentIndexChanged, this,
+            [this] { showYear(m_years->currentData().toInt()); });
     // The newest year with calls first.
     m_years->setCurrentIndex(m_years->count() > 1 ? 1 : 0);
     showYear(m_years->currentData().toInt());
@@ -63,11 +65,16 @@ void CallStatisticsDialog::showYear(int year)
     };
     for (int row = 0; row <= TotalRow; ++row) {
         const int month = row == TotalRow ? 0 : row + 1;
-        cell(row, Calls, QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 0)));
-        cell(row, Incoming, QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 1)));
-        cell(row, Outgoing, QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 3)));
-        cell(row, Missed, QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 2)));
+        cell(row, Calls,
+             QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 0)));
+        cell(row, Incoming,
+             QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 1)));
+        cell(row, Outgoing,
+             QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 3)));
+        cell(row, Missed,
+             QString::number(m_calls.getCallCounterStatisticForProfile(m_profile, month, year, 2)));
         const auto time = m_calls.getTimeCounterStatisticForProfile(m_profile, month, year, 0);
-        cell(row, TalkTime, QStringLiteral("%1:%2").arg(time.hours()).arg(time.minutes(), 2, 10, QLatin1Char('0')));
+        cell(row, TalkTime,
+             QStringLiteral("%1:%2").arg(time.hours()).arg(time.minutes(), 2, 10, QLatin1Char('0')));
     }
 }

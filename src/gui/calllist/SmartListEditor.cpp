@@ -61,7 +61,9 @@ SmartListEditor::SmartListEditor(TNCallinglist& calls, int profile, qint64 id, Q
     connect(m_countTimer, &QTimer::timeout, this, &SmartListEditor::refreshCount);
     connect(buttons, &QDialogButtonBox::accepted, this, &SmartListEditor::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &SmartListEditor::reject);
-    connect(m_addRule, &QPushButton::clicked, this, [this] { addRule({Smart::ColumnName, Smart::Contains, {}}); });
+    connect(m_addRule, &QPushButton::clicked, this, [this] {
+        addRule({Smart::ColumnName, Smart::Contains, {}});
+    });
     connect(m_name, &QLineEdit::textChanged, this, &SmartListEditor::changed);
     connect(m_match, &QComboBox::currentIndexChanged, this, &SmartListEditor::changed);
 

@@ -9,8 +9,9 @@
 #include <QRegularExpressionValidator>
 
 PhonebookContactDialog::PhonebookContactDialog(QWidget* parent)
-    : QDialog(parent), m_name(new QLineEdit(this)), m_home(new QLineEdit(this)), m_mobile(new QLineEdit(this)),
-      m_work(new QLineEdit(this)), m_important(new QCheckBox(tr("Important person (rings even when calls are blocked)"), this)),
+    : QDialog(parent), m_name(new QLineEdit(this)), m_home(new QLineEdit(this)),
+      m_mobile(new QLineEdit(this)), m_work(new QLineEdit(this)),
+      m_important(new QCheckBox(tr("Important person (rings even when calls are blocked)"), this)),
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(tr("New contact on the router"));

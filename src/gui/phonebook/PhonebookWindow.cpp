@@ -4,13 +4,13 @@
 
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
+#include "base/NumberForms.h"
 #include "base/TNPreferences.h"
 #include "base/TNPreferencesManager.h"
+#include "box/RouterSessions.h"
 #include "contacts/AddressBookSearch.h"
 #include "contacts/BoxPhonebookXML.h"
-#include "box/RouterSessions.h"
 #include "contacts/FBPhonebookBox.h"
-#include "base/NumberForms.h"
 #include "contacts/VCardAddressBook.h"
 
 #include <QComboBox>
@@ -39,8 +39,8 @@ QString numberType(const QString& type)
 }
 } // namespace
 
-PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions, SettingsStore& settings,
-                                 QWidget* parent)
+PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions,
+                                 SettingsStore& settings, QWidget* parent)
     : QWidget(parent, Qt::Window), m_manager(manager), m_sessions(sessions), m_settings(settings)
 {
     setWindowTitle(tr("Router phone book – Tondrel"));
@@ -89,11 +89,12 @@ PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& 
     };
     reloadGroups();
     // Another location, or changed credentials: the list is read again.
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::ACTIVATESETTINGS, [this](const Notification&) {
-        m_loadedOnce = false;
-        if (isVisible() && !m_busy)
-            reload();
-    });
+    NotificationCenter::defaultCenter().addObserver(this, Notifications::ACTIVATESETTINGS,
+                                                    [this](const Notification&) {
+                                                        m_loadedOnce = false;
+                                                        if (isVisible() && !m_busy)
+                                                            reload();
+                                                    });
     resize(620, 420);
 }
 
@@ -162,7 +163,8 @@ void PhonebookWindow::run(const QString& what, Work work, const QString& done)
     });
 }
 
-void PhonebookWindow::finished(bool ok, const QVector<BoxPhonebook>& books, const QString& error, const QString& done)
+void PhonebookWindow::finished(bool ok, const QVector<BoxPhonebook>& books, const QString& error,
+                               const QString& done)
 {
     setBusy(false);
     if (!ok) {
@@ -171,7 +173,8 @@ void PhonebookWindow::finished(bool ok, const QVector<BoxPhonebook>& books, cons
     }
     m_loadedOnce = true;
     const int count = showBooks(books);
-    const QString counted = count == 1 ? tr("1 contact on the router.") : tr("%1 contacts on the router.").arg(count);
+    const QString counted =
+        count == 1 ? tr("1 contact on the router.") : tr("%1 contacts on the router.").arg(count);
     m_status->setText(done.isEmpty() ? counted : done + u' ' + counted);
 }
 
@@ -179,7 +182,8 @@ void PhonebookWindow::reload()
 {
     auto prefs = m_manager.currentPreferences();
     auto session = prefs ? m_sessions.forLocation(*prefs) : nullptr;
-    run(tr("Reading the router's phone book…"),
+    run(
+        tr("Reading the router's phone book…"),
         [prefs, session](QVector<BoxPhonebook>* books, QString* error) {
             return prefs && FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);
         },
@@ -219,7 +223,8 @@ void PhonebookWindow::addContact(const BoxContactEntry& entry)
 {
     auto prefs = m_manager.currentPreferences();
     auto session = prefs ? m_sessions.forLocation(*prefs) : nullptr;
-    run(tr("Adding %1 to the router's phone book…").arg(entry.name),
+    run(
+        tr("Adding %1 to the router's phone book…").arg(entry.name),
         [prefs, session, entry](QVector<BoxPhonebook>* books, QString* error) {
             return prefs && FBPhonebookBox::addContact(*prefs, *session, entry, error) &&
                    FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);
@@ -236,9 +241,11 @@ void PhonebookWindow::sendGroup(const QString& group)
     const int contacts = int(adressbooksearch::peoplesForGroup(group, book.get()).size());
     if (!m_confirmReplace(group, contacts))
         return;
-    const QString xml = adressbooksearch::peoplesForGroupWithFormat(group, prefs->contactFormat, book.get(), Prefixis(prefs->prefixis));
+    const QString xml = adressbooksearch::peoplesForGroupWithFormat(group, prefs->contactFormat, book.get(),
+                                                                    Prefixis(prefs->prefixis));
     auto session = m_sessions.forLocation(*prefs);
-    run(tr("Sending \"%1\" to the router…").arg(group),
+    run(
+        tr("Sending \"%1\" to the router…").arg(group),
         [prefs, session, xml](QVector<BoxPhonebook>* books, QString* error) {
             return prefs && FBPhonebookBox::replacePhoneBook(*prefs, *session, xml, error) &&
                    FBPhonebookBox::loadPhoneBook(*prefs, *session, books, error);

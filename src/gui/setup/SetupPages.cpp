@@ -2,15 +2,15 @@
 
 #include "setup/SetupWizard.h"
 
+#include "RouterFailureAlert.h"
 #include "app/AppEnvironment.h"
+#include "assistant/SsdpDiscovery.h"
+#include "assistant/TNAssistantDatasource.h"
+#include "assistant/TNAssistantSaver.h"
 #include "base/Localization.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
-#include "assistant/SsdpDiscovery.h"
-#include "assistant/TNAssistantDatasource.h"
 #include "box/RouterSessions.h"
-#include "RouterFailureAlert.h"
-#include "assistant/TNAssistantSaver.h"
 
 #include <QCoreApplication>
 #include <QFormLayout>
@@ -312,8 +312,8 @@ RemotePage::RemotePage(SetupWizard* wizard) : QWizardPage(wizard), m_wizard(wiza
 void RemotePage::initializePage()
 {
     const AssistantRouterData& data = m_wizard->routerData();
-    m_help->setText(
-        Localization::localized(data.myFritzHost ? QStringLiteral("assistantHelp3_1") : QStringLiteral("assistantHelp3")));
+    m_help->setText(Localization::localized(data.myFritzHost ? QStringLiteral("assistantHelp3_1")
+                                                             : QStringLiteral("assistantHelp3")));
     if (auto* label = qobject_cast<QLabel*>(m_form->labelForField(m_password)))
         label->setText(Localization::localized(data.myFritzHost ? QStringLiteral("myfritzPassTitle")
                                                                 : QStringLiteral("remotePassTitle")) +
@@ -356,11 +356,10 @@ SavePage::SavePage(SetupWizard* wizard) : QWizardPage(wizard), m_wizard(wizard)
     m_error = newErrorLabel(this);
     layout->addWidget(m_error);
     layout->addStretch(1);
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::UPDATESAVEPROGRESS,
-                                                    [this](const Notification& note) {
-                                                        m_progress->setValue(
-                                                            note.userInfo.value(QStringLiteral("progress")).toInt());
-                                                    });
+    NotificationCenter::defaultCenter().addObserver(
+        this, Notifications::UPDATESAVEPROGRESS, [this](const Notification& note) {
+            m_progress->setValue(note.userInfo.value(QStringLiteral("progress")).toInt());
+        });
 }
 
 void SavePage::initializePage()

@@ -2,8 +2,8 @@
 
 #include "setup/SetupPages.h"
 
-#include "base/Localization.h"
 #include "assistant/SsdpDiscovery.h"
+#include "base/Localization.h"
 
 #include <QRegularExpression>
 #include <QUrl>

@@ -6,8 +6,8 @@
 
 namespace {
 // One direction's stacked areas in rect: the base of series k is the top of series k-1.
-void paintDirection(QPainter& p, const QRectF& rect, const QVector<TrafficFigures::Series>& series, double scale,
-                    int points, const SettingsStore* settings, bool growsDown)
+void paintDirection(QPainter& p, const QRectF& rect, const QVector<TrafficFigures::Series>& series,
+                    double scale, int points, const SettingsStore* settings, bool growsDown)
 {
     if (points < 1)
         return;
@@ -42,7 +42,8 @@ void paintDirection(QPainter& p, const QRectF& rect, const QVector<TrafficFigure
 }
 } // namespace
 
-TNTrafficChart::TNTrafficChart(const SettingsStore* settings, QWidget* parent) : QWidget(parent), m_settings(settings)
+TNTrafficChart::TNTrafficChart(const SettingsStore* settings, QWidget* parent)
+    : QWidget(parent), m_settings(settings)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_figures = TrafficFigures::fromRecord({});
@@ -65,10 +66,10 @@ void TNTrafficChart::paintEvent(QPaintEvent*)
     const QRectF upRect(area.left(), middle + 1, area.width(), area.bottom() - middle - 1);
     const int points = m_figures.length();
 
-    paintDirection(p, downRect, m_figures.down, TrafficFigures::scaleOf(m_figures.down, m_figures.maxDown), points,
-                   m_settings, false);
-    paintDirection(p, upRect, m_figures.up, TrafficFigures::scaleOf(m_figures.up, m_figures.maxUp), points, m_settings,
-                   true);
+    paintDirection(p, downRect, m_figures.down, TrafficFigures::scaleOf(m_figures.down, m_figures.maxDown),
+                   points, m_settings, false);
+    paintDirection(p, upRect, m_figures.up, TrafficFigures::scaleOf(m_figures.up, m_figures.maxUp), points,
+                   m_settings, true);
 
     p.setPen(QPen(palette().mid().color(), 1));
     p.drawLine(QPointF(area.left(), middle), QPointF(area.right(), middle));

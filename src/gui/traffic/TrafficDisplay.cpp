@@ -60,9 +60,11 @@ void TrafficDisplay::showRecord(const QVariantMap& record)
     if (m_settings.value(keys::ShowTrafficMonitorMenuLabel).toBool())
         m_status.setTrafficLabel(figures.downLabel() + QStringLiteral("  ") + figures.upLabel());
     if (m_settings.value(keys::ShowTrafficMonitorMenuGraph).toBool()) {
-        const bool useMenuColor = m_settings.value(QStringLiteral("trafficMonitorUseMenuColor"), true).toBool();
-        const QColor color = useMenuColor ? QApplication::palette().windowText().color()
-                                          : TrafficFigures::colorFor(QStringLiteral("ds_internet"), &m_settings);
+        const bool useMenuColor =
+            m_settings.value(QStringLiteral("trafficMonitorUseMenuColor"), true).toBool();
+        const QColor color = useMenuColor
+                                 ? QApplication::palette().windowText().color()
+                                 : TrafficFigures::colorFor(QStringLiteral("ds_internet"), &m_settings);
         m_status.setTrafficIcon(TNTrafficChart::trayIcon(figures, color));
     }
 }

@@ -113,10 +113,12 @@ QColor TrafficFigures::colorFor(const QString& key, const SettingsStore* setting
         if (chosen.isValid())
             return chosen;
     }
-    static const QHash<QString, QColor> defaults{
-        {QStringLiteral("ds_internet"), QColor(0x2e, 0x86, 0xde)}, {QStringLiteral("ds_tv"), QColor(0x8e, 0x44, 0xad)},
-        {QStringLiteral("us_realtime"), QColor(0xe6, 0x7e, 0x22)}, {QStringLiteral("us_important"), QColor(0xf1, 0xc4, 0x0f)},
-        {QStringLiteral("us_default"), QColor(0x27, 0xae, 0x60)},  {QStringLiteral("us_low"), QColor(0x95, 0xa5, 0xa6)}};
+    static const QHash<QString, QColor> defaults{{QStringLiteral("ds_internet"), QColor(0x2e, 0x86, 0xde)},
+                                                 {QStringLiteral("ds_tv"), QColor(0x8e, 0x44, 0xad)},
+                                                 {QStringLiteral("us_realtime"), QColor(0xe6, 0x7e, 0x22)},
+                                                 {QStringLiteral("us_important"), QColor(0xf1, 0xc4, 0x0f)},
+                                                 {QStringLiteral("us_default"), QColor(0x27, 0xae, 0x60)},
+                                                 {QStringLiteral("us_low"), QColor(0x95, 0xa5, 0xa6)}};
     return defaults.value(key, QColor(Qt::gray));
 }
 

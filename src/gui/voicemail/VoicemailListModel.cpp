@@ -22,7 +22,9 @@ QString machineOf(const QString& indexFile)
 
 } // namespace
 
-VoicemailListModel::VoicemailListModel(Kind kind, QObject* parent) : QAbstractTableModel(parent), m_kind(kind) {}
+VoicemailListModel::VoicemailListModel(Kind kind, QObject* parent) : QAbstractTableModel(parent), m_kind(kind)
+{
+}
 
 void VoicemailListModel::setVoicemails(const QList<VoicemailEntry>& entries,
                                        const std::function<bool(const VoicemailEntry&)>& isNew)
@@ -45,7 +47,8 @@ void VoicemailListModel::setVoicemails(const QList<VoicemailEntry>& entries,
     endResetModel();
 }
 
-void VoicemailListModel::setFaxes(const QList<FaxEntry>& entries, const std::function<bool(const FaxEntry&)>& isNew)
+void VoicemailListModel::setFaxes(const QList<FaxEntry>& entries,
+                                  const std::function<bool(const FaxEntry&)>& isNew)
 {
     beginResetModel();
     m_faxes = entries;

@@ -21,7 +21,8 @@ public:
     explicit VoicemailListModel(Kind kind, QObject* parent = nullptr);
 
     Kind kind() const { return m_kind; }
-    void setVoicemails(const QList<VoicemailEntry>& entries, const std::function<bool(const VoicemailEntry&)>& isNew);
+    void setVoicemails(const QList<VoicemailEntry>& entries,
+                       const std::function<bool(const VoicemailEntry&)>& isNew);
     void setFaxes(const QList<FaxEntry>& entries, const std::function<bool(const FaxEntry&)>& isNew);
     // After a check: which rows are still new.
     void updateNew(const std::function<bool(int row)>& isNew);

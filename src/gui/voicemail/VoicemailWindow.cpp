@@ -24,13 +24,12 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-VoicemailWindow::VoicemailWindow(TNPreferencesManager& manager, VoicemailMarkerStore* markers, CallerNameLookup* names,
-                                 QWidget* parent)
-    : QMainWindow(parent)
-    , m_manager(manager)
-    , m_datasource(std::make_unique<TNFTPDatasource>(NotificationCenter::defaultCenter(), markers, names))
-    , m_clock(&Clock::system())
-    , m_cacheDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/voicemail"))
+VoicemailWindow::VoicemailWindow(TNPreferencesManager& manager, VoicemailMarkerStore* markers,
+                                 CallerNameLookup* names, QWidget* parent)
+    : QMainWindow(parent), m_manager(manager),
+      m_datasource(std::make_unique<TNFTPDatasource>(NotificationCenter::defaultCenter(), markers, names)),
+      m_clock(&Clock::system()), m_cacheDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
+                                            QStringLiteral("/voicemail"))
 {
     setObjectName(QStringLiteral("VoicemailWindow"));
     setWindowTitle(tr("Answering machine and fax"));
@@ -115,7 +114,8 @@ QTableView* VoicemailWindow::makeTable(VoicemailListModel* model)
     header->resizeSection(VoicemailListModel::Number, 130);
     header->setSectionResizeMode(VoicemailListModel::Name, QHeaderView::Stretch);
     header->resizeSection(VoicemailListModel::Line, 150);
-    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, &VoicemailWindow::updateActions);
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &VoicemailWindow::updateActions);
     connect(table, &QTableView::customContextMenuRequested, this, &VoicemailWindow::showContextMenu);
     connect(table, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
         if (index.isValid() && m_play->isEnabled())
@@ -301,7 +301,8 @@ void VoicemailWindow::loadingFailed(const QString& message)
 void VoicemailWindow::refreshNewMarkers()
 {
     const TNFTPDatasource& ds = *m_datasource;
-    m_voicemailModel->updateNew([&](int row) { return ds.isNewVoicemail(*m_voicemailModel->voicemailAt(row)); });
+    m_voicemailModel->updateNew(
+        [&](int row) { return ds.isNewVoicemail(*m_voicemailModel->voicemailAt(row)); });
     m_faxModel->updateNew([&](int row) { return ds.isNewFax(*m_faxModel->faxAt(row)); });
     updateCounts();
 }
@@ -369,7 +370,8 @@ void VoicemailWindow::updateActions()
     const int selected = int(selectedRows().size());
     const bool fax = currentTab() == FaxTab;
     m_play->setText(fax ? tr("Open") : tr("Play"));
-    m_play->setIcon(QIcon::fromTheme(fax ? QStringLiteral("document-open") : QStringLiteral("media-playback-start")));
+    m_play->setIcon(
+        QIcon::fromTheme(fax ? QStringLiteral("document-open") : QStringLiteral("media-playback-start")));
     m_play->setEnabled(!busy && selected == 1);
     m_save->setEnabled(!busy && selected == 1);
     m_delete->setEnabled(!busy && selected >= 1);

@@ -77,7 +77,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    using Work = std::function<VoicemailTransfers::Outcome(VBFTPConnection&, const VBFTPConnection::Settings&)>;
+    using Work =
+        std::function<VoicemailTransfers::Outcome(VBFTPConnection&, const VBFTPConnection::Settings&)>;
     using Done = std::function<void(const VoicemailTransfers::Outcome&)>;
 
     void buildActions();

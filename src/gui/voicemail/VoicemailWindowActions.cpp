@@ -37,16 +37,17 @@ void VoicemailWindow::runTransfer(const QString& what, Work work, Done done)
     // Made here, so that "STOPFTPTRANSFER" posted on this thread reaches it; released here too.
     auto connection = std::make_shared<VBFTPConnection>(NotificationCenter::defaultCenter());
     QPointer<VoicemailWindow> self(this);
-    QThreadPool::globalInstance()->start([self, connection, settings, work = std::move(work), done = std::move(done)]() mutable {
-        const Outcome outcome = work(*connection, settings);
-        QMetaObject::invokeMethod(
-            qApp,
-            [self, outcome, done = std::move(done), connection = std::move(connection)] {
-                if (self)
-                    self->transferDone(outcome, done);
-            },
-            Qt::QueuedConnection);
-    });
+    QThreadPool::globalInstance()->start(
+        [self, connection, settings, work = std::move(work), done = std::move(done)]() mutable {
+            const Outcome outcome = work(*connection, settings);
+            QMetaObject::invokeMethod(
+                qApp,
+                [self, outcome, done = std::move(done), connection = std::move(connection)] {
+                    if (self)
+                        self->transferDone(outcome, done);
+                },
+                Qt::QueuedConnection);
+        });
 }
 
 void VoicemailWindow::transferDone(const Outcome& outcome, const Done& done)
@@ -54,8 +55,9 @@ void VoicemailWindow::transferDone(const Outcome& outcome, const Done& done)
     m_transferring = false;
     m_statusText->clear();
     const QString error = outcome.ok() ? QString()
-                          : m_cancelled || outcome.kind == FTPError::Kind::Cancelled ? tr("The transfer was cancelled.")
-                                                                                       : outcome.error;
+                          : m_cancelled || outcome.kind == FTPError::Kind::Cancelled
+                              ? tr("The transfer was cancelled.")
+                              : outcome.error;
     if (!error.isEmpty())
         showError(error);
     done(outcome);
@@ -83,31 +85,33 @@ void VoicemailWindow::playSelected()
     };
     if (currentTab() == FaxTab) {
         const FaxEntry fax = *m_faxModel->faxAt(rows.first());
-        runTransfer(tr("Fetching the fax…"),
-                    [fax, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                        return VoicemailTransfers::fetchFax(c, s, fax, cache);
-                    },
-                    [this, fax, open](const Outcome& outcome) {
-                        if (!outcome.ok())
-                            return;
-                        open(outcome.path);
-                        m_datasource->markFaxSeen(fax, m_clock->now());
-                        refreshNewMarkers();
-                    });
+        runTransfer(
+            tr("Fetching the fax…"),
+            [fax, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+                return VoicemailTransfers::fetchFax(c, s, fax, cache);
+            },
+            [this, fax, open](const Outcome& outcome) {
+                if (!outcome.ok())
+                    return;
+                open(outcome.path);
+                m_datasource->markFaxSeen(fax, m_clock->now());
+                refreshNewMarkers();
+            });
         return;
     }
     const VoicemailEntry message = *m_voicemailModel->voicemailAt(rows.first());
-    runTransfer(tr("Fetching the message…"),
-                [message, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                    return VoicemailTransfers::fetchVoicemail(c, s, message, cache);
-                },
-                [this, message, open](const Outcome& outcome) {
-                    if (!outcome.ok())
-                        return;
-                    open(outcome.path);
-                    m_datasource->markVoicemailSeen(message, m_clock->now());
-                    refreshNewMarkers();
-                });
+    runTransfer(
+        tr("Fetching the message…"),
+        [message, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+            return VoicemailTransfers::fetchVoicemail(c, s, message, cache);
+        },
+        [this, message, open](const Outcome& outcome) {
+            if (!outcome.ok())
+                return;
+            open(outcome.path);
+            m_datasource->markVoicemailSeen(message, m_clock->now());
+            refreshNewMarkers();
+        });
 }
 
 QString VoicemailWindow::suggestedName(int row) const
@@ -122,7 +126,8 @@ QString VoicemailWindow::suggestedName(int row) const
         if (unsafe.contains(c))
             c = u'_';
     const QDateTime recorded = e.recordedAt();
-    const QString when = recorded.isValid() ? recorded.toString(QStringLiteral("yyyy-MM-dd HH.mm")) : e.RecFile;
+    const QString when =
+        recorded.isValid() ? recorded.toString(QStringLiteral("yyyy-MM-dd HH.mm")) : e.RecFile;
     return (who.isEmpty() ? when : when + u' ' + who) + QStringLiteral(".wav");
 }
 
@@ -154,18 +159,20 @@ void VoicemailWindow::saveSelectedAs()
     };
     if (fax) {
         const FaxEntry entry = *m_faxModel->faxAt(rows.first());
-        runTransfer(tr("Fetching the fax…"),
-                    [entry, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                        return VoicemailTransfers::fetchFax(c, s, entry, cache);
-                    },
-                    save);
+        runTransfer(
+            tr("Fetching the fax…"),
+            [entry, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+                return VoicemailTransfers::fetchFax(c, s, entry, cache);
+            },
+            save);
     } else {
         const VoicemailEntry entry = *m_voicemailModel->voicemailAt(rows.first());
-        runTransfer(tr("Fetching the message…"),
-                    [entry, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                        return VoicemailTransfers::fetchVoicemail(c, s, entry, cache);
-                    },
-                    save);
+        runTransfer(
+            tr("Fetching the message…"),
+            [entry, cache](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+                return VoicemailTransfers::fetchVoicemail(c, s, entry, cache);
+            },
+            save);
     }
 }
 
@@ -197,12 +204,12 @@ void VoicemailWindow::deleteSelected()
         confirmed = m_confirmDelete(count);
     } else {
         const QString question =
-            fax ? (count == 1 ? tr("Delete this fax from the router?") : tr("Delete %1 faxes from the router?").arg(count))
+            fax ? (count == 1 ? tr("Delete this fax from the router?")
+                              : tr("Delete %1 faxes from the router?").arg(count))
                 : (count == 1 ? tr("Delete this message from the answering machine?")
                               : tr("Delete %1 messages from the answering machine?").arg(count));
         confirmed = QMessageBox::question(this, tr("Delete"), question, QMessageBox::Yes | QMessageBox::No,
-                                          QMessageBox::No)
-                    == QMessageBox::Yes;
+                                          QMessageBox::No) == QMessageBox::Yes;
     }
     if (!confirmed)
         return;
@@ -212,20 +219,22 @@ void VoicemailWindow::deleteSelected()
         QList<FaxEntry> entries;
         for (int row : rows)
             entries.append(*m_faxModel->faxAt(row));
-        runTransfer(tr("Deleting…"),
-                    [entries](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                        return VoicemailTransfers::deleteFaxes(c, s, entries);
-                    },
-                    reread);
+        runTransfer(
+            tr("Deleting…"),
+            [entries](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+                return VoicemailTransfers::deleteFaxes(c, s, entries);
+            },
+            reread);
     } else {
         QList<VoicemailEntry> entries;
         for (int row : rows)
             entries.append(*m_voicemailModel->voicemailAt(row));
-        runTransfer(tr("Deleting…"),
-                    [entries](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
-                        return VoicemailTransfers::deleteVoicemails(c, s, entries);
-                    },
-                    reread);
+        runTransfer(
+            tr("Deleting…"),
+            [entries](VBFTPConnection& c, const VBFTPConnection::Settings& s) {
+                return VoicemailTransfers::deleteVoicemails(c, s, entries);
+            },
+            reread);
     }
 }
 

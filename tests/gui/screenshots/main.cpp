@@ -10,19 +10,19 @@
 #include "DialWindow.h"
 #include "LatestCallsMenu.h"
 #include "TrayApplication.h"
-#include "app/CallMonitorService.h"
 #include "TrayMenu.h"
+#include "app/CallMonitorService.h"
 #include "calllist/CallListWindow.h"
 #include "phonebook/PhonebookWindow.h"
 #include "settings/SettingsWindow.h"
-#include "voicemail/VoicemailWindow.h"
 #include "setup/SetupWizard.h"
 #include "traffic/TrafficWindow.h"
+#include "voicemail/VoicemailWindow.h"
 
+#include "assistant/SsdpDiscovery.h"
 #include "base/NotificationCenter.h"
 #include "base/NotificationNames.h"
 #include "box/TrafficSampler.h"
-#include "assistant/SsdpDiscovery.h"
 #include "calllist/TNCallinglist.h"
 #include "monitor/StreamListener.h"
 
@@ -90,14 +90,15 @@ int main(int argc, char** argv)
         return f.open(QIODevice::WriteOnly) && f.write(data) == data.size();
     };
     const int today = QDate::currentDate().day();
-    bool stored = writeFile(voicebox + u"meta0"_s,
-                            metaFile({message("0409998877", "rec.0.000", 23, today, 9),
-                                      message("0301234567", "rec.0.001", 41, today, 11)},
-                                     false));
+    bool stored =
+        writeFile(voicebox + u"meta0"_s, metaFile({message("0409998877", "rec.0.000", 23, today, 9),
+                                                   message("0301234567", "rec.0.001", 41, today, 11)},
+                                                  false));
     stored &= writeFile(voicebox + u"rec/rec.0.000"_s, speexToneRecording(500, 20, 0));
     stored &= writeFile(voicebox + u"rec/rec.0.001"_s, speexToneRecording(700, 20, 0));
-    stored &= writeFile(faxbox + QDate::currentDate().toString(u"dd.MM.yy"_s) + u"_08.05_Telefax.08005550199.pdf"_s,
-                        "%PDF-1.4\n%%EOF\n");
+    stored &=
+        writeFile(faxbox + QDate::currentDate().toString(u"dd.MM.yy"_s) + u"_08.05_Telefax.08005550199.pdf"_s,
+                  "%PDF-1.4\n%%EOF\n");
     FtpServerProcess ftp(storage.path(), u"ftp-secret"_s, false);
     if (!stored || ftp.port() <= 0) {
         std::fprintf(stderr, "the FTP storage could not be set up\n");
@@ -133,7 +134,8 @@ int main(int argc, char** argv)
     TrayApplication tray(*env.env, options);
     tray.start({});
     StreamListener& listener = tray.callMonitor().listener();
-    if (!QTest::qWaitFor([&] { return listener.isConnected(); }, 10000) || !GuiEnv::waitForMonitorClient(sim)) {
+    if (!QTest::qWaitFor([&] { return listener.isConnected(); }, 10000) ||
+        !GuiEnv::waitForMonitorClient(sim)) {
         std::fprintf(stderr, "the call monitor did not connect\n");
         return 1;
     }
@@ -220,7 +222,8 @@ int main(int argc, char** argv)
     tray.openPhonebook();
     PhonebookWindow& phonebook = tray.phonebookWindow();
     phonebook.move(40, 40);
-    ok &= QTest::qWaitFor([&] { return !phonebook.isBusy() && phonebook.contactList()->topLevelItemCount() > 0; }, 10000);
+    ok &= QTest::qWaitFor(
+        [&] { return !phonebook.isBusy() && phonebook.contactList()->topLevelItemCount() > 0; }, 10000);
     QTest::qWait(300);
     ok &= save(phonebook.grab(), out.filePath(u"phonebook.png"_s));
     phonebook.close();
