@@ -145,8 +145,8 @@ private slots:
         QTest::addColumn<int>("outgoing");
         QTest::addColumn<QString>("newest");
         QTest::addColumn<QString>("newestNumber");
-        QTest::newRow("fritzctl export")
-            << u"fritzctl_calls.csv"_s << 3 << 0 << u"25.04.2013 15:15"_s << u"000000000000"_s;
+        QTest::newRow("no final newline") << u"journal_incoming_no_final_newline.csv"_s << 3 << 0
+                                          << u"09.11.2019 08:42"_s << u"0895552718"_s;
         QTest::newRow("empty journal") << u"fritzctl_calls_none.csv"_s << 0 << 0 << QString() << QString();
         // Type 3 is outgoing here: this journal has no type 4.
         QTest::newRow("firmware 74.04.86")
@@ -223,7 +223,7 @@ private slots:
     {
         CalllistFixture f;
         const int profile = addLocation(f);
-        QFile cases(dataFile(u"jfritz_csv_line_cases.txt"_s));
+        QFile cases(dataFile(u"journal_line_cases.txt"_s));
         QVERIFY(cases.open(QIODevice::ReadOnly));
         QByteArray text = "sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n";
         for (const QByteArray& line : cases.readAll().split('\n'))
@@ -382,7 +382,7 @@ private slots:
         CalllistFixture f;
         const int profile = addLocation(f);
         QVERIFY(f.calls->beginUpdatingProfile(profile));
-        QCOMPARE(importFile(f, profile, dataFile(u"fritzctl_calls.csv"_s)).result, 0);
+        QCOMPARE(importFile(f, profile, dataFile(u"journal_incoming_no_final_newline.csv"_s)).result, 0);
         QCOMPARE(stored(f, profile).size(), 0);
     }
 

@@ -24,19 +24,11 @@ QByteArray testData(const QString& name)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-// The body of the real router export: everything after the HTTP header.
+// The body of a router phonebook download: everything after the HTTP header.
 QString realExport()
 {
-    const QByteArray raw = testData(u"libfritzpp_fw74.04.86_fonbuch_xml.http"_s);
+    const QByteArray raw = testData(u"phonebook_download_latin1.http"_s);
     return QString::fromLatin1(raw.mid(raw.indexOf("\n\n") + 2));
-}
-
-QString snippet(const QString& marker)
-{
-    for (const QByteArray& line : testData(u"phonebook_documented_snippets.xml"_s).split('\n'))
-        if (line.contains(marker.toUtf8()))
-            return QString::fromUtf8(line);
-    return {};
 }
 
 // "name: type=number, ..." per contact, so rows read like the router's handset list.
@@ -205,7 +197,8 @@ void TestBoxPhonebook::groupExport()
 
 void TestBoxPhonebook::insertIntoEveryBook()
 {
-    const QString book = BoxPhonebookReader::bookFromDownload(snippet(u"Familie"_s));
+    const QString book =
+        BoxPhonebookReader::bookFromDownload(QString::fromUtf8(testData(u"phonebook_two_books.xml"_s)));
     const QString element = adressbooksearch::contactElementForBox(contact(u"New One"_s, u"0301"_s));
     const QStringList contacts = summary(adressbooksearch::insertContactIntoPhonebook(book, element));
     QCOMPARE(contacts.count(u"New One: home=0301"_s), 2);
@@ -223,12 +216,13 @@ void TestBoxPhonebook::readRealExport()
     QCOMPARE(books[0].name, u"Telefonbuch"_s);
     const auto& contacts = books[0].contacts;
     QCOMPARE(contacts.size(), 3);
-    QCOMPARE(contacts[0].name, u"A. Muster"_s);
-    QCOMPARE(contacts[0].numbers[0].number, u"07216080"_s);
-    QCOMPARE(contacts[0].numbers[0].quickDial, u"2"_s);
-    QCOMPARE(contacts[0].numbers[0].vanity, u"1"_s);
+    QCOMPARE(contacts[0].name, u"Praxis Dr. Lindqvist"_s);
+    QCOMPARE(contacts[0].numbers[0].number, u"08955501234"_s);
+    QCOMPARE(contacts[0].numbers[0].quickDial, u"7"_s);
+    QCOMPARE(contacts[0].numbers[0].vanity, u"4"_s);
+    QCOMPARE(contacts[1].name, u"Jörg Sandmeier"_s); // Latin-1 body
     QCOMPARE(contacts[2].category, u"1"_s);
-    QCOMPARE(contacts[2].numbers[0].number, QString()); // the self-closing empty work number
+    QCOMPARE(contacts[2].numbers[0].number, QString()); // the self-closing empty home number
     QCOMPARE(contacts[2].numbers[1].prio, u"1"_s);
 }
 
