@@ -140,11 +140,11 @@ private slots:
     {
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QString>("alert");
-        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/box/fritzconnection_fault_401_invalid_action.xml"));
+        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/box/soap_fault_invalid_args.xml"));
         QVERIFY(f.open(QIODevice::ReadOnly));
         QTest::newRow("router fault with description")
             << QString::fromUtf8(f.readAll())
-            << QStringLiteral("The router reported TR-064 error 401: Invalid Action");
+            << QStringLiteral("The router reported TR-064 error 402: Invalid Args");
         QTest::newRow("not authorised")
             << QStringLiteral("<s:Fault><detail><errorCode>606</errorCode></detail></s:Fault>")
             << QStringLiteral("The router user is not allowed to perform this action (TR-064 error 606).");

@@ -61,7 +61,7 @@ private slots:
         QTest::addColumn<QString>("answer");
         QTest::addColumn<bool>("remote");
         QTest::addColumn<uint>("mask");
-        const QString full = fixture("fritzctl_login_response_success.xml");
+        const QString full = fixture("login_response_rights.xml");
         QVERIFY(!full.isEmpty());
         const uint allLocal = TNSessionRightBase | RightBoxAdminLocal | TNSessionRightDialLocal |
                               TNSessionRightPhoneLocal | RightNASLocal;

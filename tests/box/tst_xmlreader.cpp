@@ -36,10 +36,9 @@ private slots:
                               "xmlns:u=\"y\"><A>1</A></u:GetInfoResponse></s:Body></s:Envelope>")
             << true;
         QTest::newRow("router error page") << QStringLiteral("<html><body>404</body></html>") << false;
-        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR
-                               "/box/fritzconnection_deviceinfo_getinfo_7530ax_response_malformed.xml"));
+        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/box/getinfo_response_unclosed_devicelog.xml"));
         QVERIFY(f.open(QIODevice::ReadOnly));
-        QTest::newRow("published answer lacking a closing tag") << QString::fromUtf8(f.readAll()) << false;
+        QTest::newRow("device log element never closed") << QString::fromUtf8(f.readAll()) << false;
     }
     void answers()
     {
