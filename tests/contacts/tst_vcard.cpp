@@ -81,15 +81,15 @@ void TestVCard::exports_data()
                u"{Familie,Freunde}"_s,
                u"Peter Lustig|| [home=0301112223] {}"_s};
     QTest::newRow("3.0 with folded agent card")
-        << u"rogerrouter_Example.vcf"_s
-        << QStringList{u"John|Doe| [work=(111) 555-1212, home=(404) 555-1212, home=(404) 555-1213] {}"_s};
+        << u"vcard30_folded_agent.vcf"_s
+        << QStringList{u"Hanna|Kramer| [work=(0221) 555-3010, home=(0221) 555-3011, home=(0221) 555-3012] {}"_s};
     QTest::newRow("2.1 with quoted-printable label")
-        << u"rogerrouter_Example2.1.vcf"_s
-        << QStringList{u"Forrest|Gump|Bubba Gump Shrimp Co. [work=(111) 555-1212, home=(404) 555-1212] {}"_s};
+        << u"vcard21_qp_label.vcf"_s
+        << QStringList{u"Lukas|Brandt|Brandt Fischhandel KG [work=(040) 555-2020, home=(040) 555-2021] {}"_s};
     QTest::newRow("3.0 with agent uri")
-        << u"rogerrouter_Example3.0.vcf"_s
-        << QStringList{u"Forrest|Gump|Bubba Gump Shrimp Co. [work=(111) 555-1212, home=(404) 555-1212, "_s
-                       u"home=(404) 555-1213] {}"_s};
+        << u"vcard30_agent_uri.vcf"_s
+        << QStringList{u"Lukas|Brandt|Brandt Fischhandel KG [work=(040) 555-2020, home=(040) 555-2021, "_s
+                       u"home=(040) 555-2022] {}"_s};
 }
 
 void TestVCard::exports()
