@@ -82,7 +82,8 @@ void TestVCard::exports_data()
                u"Peter Lustig|| [home=0301112223] {}"_s};
     QTest::newRow("3.0 with folded agent card")
         << u"vcard30_folded_agent.vcf"_s
-        << QStringList{u"Hanna|Kramer| [work=(0221) 555-3010, home=(0221) 555-3011, home=(0221) 555-3012] {}"_s};
+        << QStringList{
+               u"Hanna|Kramer| [work=(0221) 555-3010, home=(0221) 555-3011, home=(0221) 555-3012] {}"_s};
     QTest::newRow("2.1 with quoted-printable label")
         << u"vcard21_qp_label.vcf"_s
         << QStringList{u"Lukas|Brandt|Brandt Fischhandel KG [work=(040) 555-2020, home=(040) 555-2021] {}"_s};
