@@ -35,8 +35,9 @@ bool isRunning(const CallRecord& call)
 }
 } // namespace
 
-CallMonitorWindow::CallMonitorWindow(StreamListener& listener, SettingsStore& settings, QWidget* parent)
-    : QWidget(parent), m_listener(listener), m_settings(settings)
+CallMonitorWindow::CallMonitorWindow(NotificationCenter& center, StreamListener& listener,
+                                     SettingsStore& settings, QWidget* parent)
+    : QWidget(parent), m_center(center), m_listener(listener), m_settings(settings)
 {
     setWindowTitle(tr("Call monitor – Tondrel"));
     setObjectName(QStringLiteral("CallMonitorWindow"));
@@ -79,7 +80,7 @@ CallMonitorWindow::CallMonitorWindow(StreamListener& listener, SettingsStore& se
     connect(m_table, &QTreeWidget::itemSelectionChanged, this, &CallMonitorWindow::updateButtons);
     m_tick.setInterval(1000);
     connect(&m_tick, &QTimer::timeout, this, &CallMonitorWindow::updateDurations);
-    rebuildOn(this, {Notifications::RELOADCURRENTCALLS, Notifications::UPDATECALLMONITORDETAILS},
+    rebuildOn(m_center, this, {Notifications::RELOADCURRENTCALLS, Notifications::UPDATECALLMONITORDETAILS},
               [this] { reload(); });
     applyAlwaysOnTop();
     reload();
@@ -228,6 +229,6 @@ void CallMonitorWindow::hideEvent(QHideEvent* event)
 void CallMonitorWindow::closeEvent(QCloseEvent* event)
 {
     // The call list's group counters may have changed while the calls came in.
-    NotificationCenter::defaultCenter().post(Notifications::UPDATESIDETABLE);
+    m_center.post(Notifications::UPDATESIDETABLE);
     QWidget::closeEvent(event);
 }

@@ -11,6 +11,7 @@ class QMenu;
 class QToolButton;
 class QPushButton;
 class QTreeWidget;
+class NotificationCenter;
 class SettingsStore;
 class StreamListener;
 
@@ -24,7 +25,8 @@ class CallMonitorWindow : public QWidget
 public:
     enum Column { State, Number, Name, Extension, Line, Duration, ColumnCount };
 
-    CallMonitorWindow(StreamListener& listener, SettingsStore& settings, QWidget* parent = nullptr);
+    CallMonitorWindow(NotificationCenter& center, StreamListener& listener, SettingsStore& settings,
+                      QWidget* parent = nullptr);
 
     // openCallmonitorWindow: shows it (without taking the focus from the user's work).
     void openCallmonitorWindow();
@@ -55,6 +57,7 @@ private:
     void updateDurations();
     void updateButtons();
 
+    NotificationCenter& m_center;
     StreamListener& m_listener;
     SettingsStore& m_settings;
     QTreeWidget* m_table = nullptr;

@@ -6,10 +6,11 @@
 #include "base/TNPreferencesManager.h"
 #include "monitor/StreamListener.h"
 
-ExtensionsMenu::ExtensionsMenu(TNPreferencesManager& manager, StreamListener& listener, QWidget* parent)
+ExtensionsMenu::ExtensionsMenu(NotificationCenter& center, TNPreferencesManager& manager,
+                               StreamListener& listener, QWidget* parent)
     : QMenu(tr("Extensions"), parent), m_manager(manager), m_listener(listener)
 {
-    rebuildOn(this, {Notifications::UPDATEEXTENSIONMENU, Notifications::ACTIVATESETTINGS},
+    rebuildOn(center, this, {Notifications::UPDATEEXTENSIONMENU, Notifications::ACTIVATESETTINGS},
               [this] { rebuild(); });
     rebuild();
 }

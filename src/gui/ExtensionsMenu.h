@@ -2,6 +2,7 @@
 
 #include <QMenu>
 
+class NotificationCenter;
 class StreamListener;
 class TNPreferencesManager;
 
@@ -11,7 +12,8 @@ class ExtensionsMenu : public QMenu
 {
     Q_OBJECT
 public:
-    ExtensionsMenu(TNPreferencesManager& manager, StreamListener& listener, QWidget* parent = nullptr);
+    ExtensionsMenu(NotificationCenter& center, TNPreferencesManager& manager, StreamListener& listener,
+                   QWidget* parent = nullptr);
 
     // expandExtensionMenu
     void rebuild();

@@ -9,10 +9,11 @@
 #include <QDateTime>
 #include <QLocale>
 
-LatestCallsMenu::LatestCallsMenu(TNPreferencesManager& manager, TNCallinglist* calls, QWidget* parent)
+LatestCallsMenu::LatestCallsMenu(NotificationCenter& center, TNPreferencesManager& manager,
+                                 TNCallinglist* calls, QWidget* parent)
     : QMenu(tr("Latest calls"), parent), m_manager(manager), m_calls(calls)
 {
-    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
+    rebuildOn(center, this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
               [this] { rebuild(); });
     rebuild();
 }

@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QStringList>
 
+class NotificationCenter;
 class TNCallinglist;
 class TNPreferencesManager;
 
@@ -13,7 +14,8 @@ class LatestCallsMenu : public QMenu
 {
     Q_OBJECT
 public:
-    LatestCallsMenu(TNPreferencesManager& manager, TNCallinglist* calls, QWidget* parent = nullptr);
+    LatestCallsMenu(NotificationCenter& center, TNPreferencesManager& manager, TNCallinglist* calls,
+                    QWidget* parent = nullptr);
 
     // expandLatestCallsMenu
     void rebuild();

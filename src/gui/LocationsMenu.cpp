@@ -7,10 +7,10 @@
 
 #include <QActionGroup>
 
-LocationsMenu::LocationsMenu(TNPreferencesManager& manager, QWidget* parent)
-    : QMenu(tr("Locations"), parent), m_manager(manager)
+LocationsMenu::LocationsMenu(NotificationCenter& center, TNPreferencesManager& manager, QWidget* parent)
+    : QMenu(tr("Locations"), parent), m_center(center), m_manager(manager)
 {
-    rebuildOn(this, {Notifications::REFRESHLOCATIONSMENU, Notifications::ACTIVATESETTINGS},
+    rebuildOn(center, this, {Notifications::REFRESHLOCATIONSMENU, Notifications::ACTIVATESETTINGS},
               [this] { rebuild(); });
     rebuild();
 }
@@ -38,5 +38,5 @@ void LocationsMenu::setActiveProfile(const QString& uid)
         return;
     m_manager.activateCurrentLocationForID(uid);
     // The conductor, the menus and the windows follow the new location.
-    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS);
+    m_center.post(Notifications::ACTIVATESETTINGS);
 }

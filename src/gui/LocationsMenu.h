@@ -2,6 +2,7 @@
 
 #include <QMenu>
 
+class NotificationCenter;
 class TNPreferencesManager;
 
 // One checkable item per location; choosing one makes it current and activates it. Rebuilt on
@@ -10,7 +11,7 @@ class LocationsMenu : public QMenu
 {
     Q_OBJECT
 public:
-    explicit LocationsMenu(TNPreferencesManager& manager, QWidget* parent = nullptr);
+    LocationsMenu(NotificationCenter& center, TNPreferencesManager& manager, QWidget* parent = nullptr);
 
     // expandLocationMenuItems
     void rebuild();
@@ -18,5 +19,6 @@ public:
 private:
     void setActiveProfile(const QString& uid);
 
+    NotificationCenter& m_center;
     TNPreferencesManager& m_manager;
 };

@@ -118,8 +118,9 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     menuHooks.askWLANoff = m_options.askWLANoff;
     menuHooks.switchDECT = m_options.switchDECT;
     menuHooks.askDECToff = m_options.askDECToff;
-    m_menu = std::make_unique<TrayMenu>(env.manager(), env.routerSessions(), m_monitor->listener(),
-                                        m_monitor->conductor(), env.callinglist(), std::move(menuHooks));
+    m_menu = std::make_unique<TrayMenu>(env.notifications(), env.manager(), env.routerSessions(),
+                                        m_monitor->listener(), m_monitor->conductor(), env.callinglist(),
+                                        std::move(menuHooks));
     connect(m_menu.get(), &TrayMenu::openCallMonitor, this, &TrayApplication::openCallmonitorWindow);
     connect(m_menu.get(), &TrayMenu::newCall, this, &TrayApplication::openNewCall);
     connect(m_menu.get(), &TrayMenu::setupRouter, this, &TrayApplication::openSetupAssistant);
@@ -131,19 +132,21 @@ TrayApplication::TrayApplication(AppEnvironment& env, Options options, QObject* 
     connect(m_menu.get(), &TrayMenu::quitRequested, qApp, &QCoreApplication::quit);
     connect(m_status.get(), &TNStatusMenu::clicked, this, &TrayApplication::openCallmonitorWindow);
 
-    rebuildOn(this, {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
+    rebuildOn(env.notifications(), this,
+              {Notifications::REFRESHLATESTCALLSMENU, Notifications::ACTIVATESETTINGS},
               [this] { updateLocationName(); });
     // The core decides the badge; the status item shows it.
     if (CallListSync* sync = env.callListSync())
         connect(sync, &CallListSync::badgeChanged, this,
                 [this](const QString& title) { m_status->setTitle(title); });
-    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
+    rebuildOn(env.notifications(), this, {Notifications::ACTIVATESETTINGS}, [this] {
         if (m_dialWindow)
             m_dialWindow->reloadSources();
     });
 
     m_traffic = std::make_unique<TrafficDisplay>(env.settings(), *m_status, m_options.trafficQuery);
-    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] { m_traffic->applySettings(); });
+    rebuildOn(env.notifications(), this, {Notifications::ACTIVATESETTINGS},
+              [this] { m_traffic->applySettings(); });
 }
 
 TrayApplication::~TrayApplication()
@@ -244,7 +247,8 @@ void TrayApplication::handleArguments(const QStringList& arguments)
 CallMonitorWindow& TrayApplication::monitorWindow()
 {
     if (!m_monitorWindow) {
-        m_monitorWindow = std::make_unique<CallMonitorWindow>(m_monitor->listener(), m_env.settings());
+        m_monitorWindow = std::make_unique<CallMonitorWindow>(m_env.notifications(), m_monitor->listener(),
+                                                              m_env.settings());
         connect(m_monitorWindow.get(), &CallMonitorWindow::memoRequested, this,
                 &TrayApplication::openMemoEditor);
     }
@@ -287,16 +291,16 @@ void TrayApplication::openCallList()
 VoicemailWindow& TrayApplication::voicemailWindow()
 {
     if (!m_voicemailWindow)
-        m_voicemailWindow = std::make_unique<VoicemailWindow>(m_env.manager(), m_env.voicemailMarkers(),
-                                                              &m_env.callerNames());
+        m_voicemailWindow = std::make_unique<VoicemailWindow>(m_env.notifications(), m_env.manager(),
+                                                              m_env.voicemailMarkers(), &m_env.callerNames());
     return *m_voicemailWindow;
 }
 
 PhonebookWindow& TrayApplication::phonebookWindow()
 {
     if (!m_phonebookWindow)
-        m_phonebookWindow =
-            std::make_unique<PhonebookWindow>(m_env.manager(), m_env.routerSessions(), m_env.settings());
+        m_phonebookWindow = std::make_unique<PhonebookWindow>(m_env.notifications(), m_env.manager(),
+                                                              m_env.routerSessions(), m_env.settings());
     return *m_phonebookWindow;
 }
 
@@ -368,7 +372,7 @@ SettingsWindow* TrayApplication::settingsWindow() const
 void TrayApplication::openSettings()
 {
     if (!m_settingsWindow) {
-        m_settingsWindow = new SettingsWindow(m_env.manager());
+        m_settingsWindow = new SettingsWindow(m_env.notifications(), m_env.manager());
         m_settingsWindow->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_settingsWindow->show();

@@ -41,10 +41,11 @@ int dectStatusOf(const RouterSession& session)
 }
 } // namespace
 
-TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener,
-                   AppConductor& conductor, TNCallinglist* calls, Hooks hooks, QObject* parent)
-    : QObject(parent), m_manager(manager), m_sessions(sessions), m_listener(listener), m_conductor(conductor),
-      m_hooks(std::move(hooks))
+TrayMenu::TrayMenu(NotificationCenter& center, TNPreferencesManager& manager, RouterSessions& sessions,
+                   StreamListener& listener, AppConductor& conductor, TNCallinglist* calls, Hooks hooks,
+                   QObject* parent)
+    : QObject(parent), m_center(center), m_manager(manager), m_sessions(sessions), m_listener(listener),
+      m_conductor(conductor), m_hooks(std::move(hooks))
 {
     m_monitorWindow = m_menu.addAction(tr("Call monitor window"));
     connect(m_monitorWindow, &QAction::triggered, this, &TrayMenu::openCallMonitor);
@@ -59,10 +60,10 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, Stre
     m_traffic = m_menu.addAction(tr("Online monitor"));
     connect(m_traffic, &QAction::triggered, this, &TrayMenu::openTrafficMonitor);
 
-    m_latest = new LatestCallsMenu(manager, calls, &m_menu);
+    m_latest = new LatestCallsMenu(center, manager, calls, &m_menu);
     m_menu.addMenu(m_latest);
     connect(m_latest, &LatestCallsMenu::dialNumber, this, &TrayMenu::newCall);
-    m_extensions = new ExtensionsMenu(manager, listener, &m_menu);
+    m_extensions = new ExtensionsMenu(center, manager, listener, &m_menu);
     m_menu.addMenu(m_extensions);
     // callExtension: an internal call is "**" and the extension's number.
     connect(m_extensions, &ExtensionsMenu::callExtension, this,
@@ -85,7 +86,7 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, Stre
     m_remote = m_menu.addAction(tr("Remote access"));
     m_remote->setCheckable(true);
     connect(m_remote, &QAction::triggered, this, &TrayMenu::toggleRemoteAccess);
-    m_locations = new LocationsMenu(manager, &m_menu);
+    m_locations = new LocationsMenu(center, manager, &m_menu);
     m_menu.addMenu(m_locations);
 
     m_setup = m_menu.addAction(tr("Set up a router…"));
@@ -97,10 +98,10 @@ TrayMenu::TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, Stre
     QAction* quit = m_menu.addAction(tr("Quit Tondrel"));
     connect(quit, &QAction::triggered, this, &TrayMenu::quitRequested);
 
-    rebuildOn(this, {Notifications::WLANSTATUS}, [this] { setWLANStatus(); });
-    rebuildOn(this, {Notifications::CALLMONITORSTATUS}, [this] { setCallmonitorStatus(); });
-    rebuildOn(this, {Notifications::DECTSTATUS}, [this] { setDECTStatus(); });
-    rebuildOn(this, {Notifications::ACTIVATESETTINGS}, [this] {
+    rebuildOn(m_center, this, {Notifications::WLANSTATUS}, [this] { setWLANStatus(); });
+    rebuildOn(m_center, this, {Notifications::CALLMONITORSTATUS}, [this] { setCallmonitorStatus(); });
+    rebuildOn(m_center, this, {Notifications::DECTSTATUS}, [this] { setDECTStatus(); });
+    rebuildOn(m_center, this, {Notifications::ACTIVATESETTINGS}, [this] {
         setWLANStatus();
         setDECTStatus();
         setCallmonitorStatus();

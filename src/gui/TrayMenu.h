@@ -10,6 +10,7 @@ class AppConductor;
 class ExtensionsMenu;
 class LatestCallsMenu;
 class LocationsMenu;
+class NotificationCenter;
 class StreamListener;
 class TNCallinglist;
 class RouterSessions;
@@ -34,8 +35,9 @@ public:
         std::function<bool()> askDECToff;
     };
 
-    TrayMenu(TNPreferencesManager& manager, RouterSessions& sessions, StreamListener& listener,
-             AppConductor& conductor, TNCallinglist* calls, Hooks hooks, QObject* parent = nullptr);
+    TrayMenu(NotificationCenter& center, TNPreferencesManager& manager, RouterSessions& sessions,
+             StreamListener& listener, AppConductor& conductor, TNCallinglist* calls, Hooks hooks,
+             QObject* parent = nullptr);
     ~TrayMenu() override;
 
     QMenu* menu() { return &m_menu; }
@@ -79,6 +81,7 @@ private:
     void toggleDECT();
     void toggleRemoteAccess();
 
+    NotificationCenter& m_center;
     TNPreferencesManager& m_manager;
     RouterSessions& m_sessions;
     StreamListener& m_listener;

@@ -19,7 +19,7 @@ struct CalllistFixture
         : store(dir.filePath(QStringLiteral("config/settings.json"))), clock(now)
     {
         store.load();
-        calls = std::make_unique<TNCallinglist>(dbPath(), store, NotificationCenter::defaultCenter(), &clock);
+        calls = std::make_unique<TNCallinglist>(dbPath(), store, center, &clock);
         manager = std::make_unique<TNPreferencesManager>(store, secrets, calls.get());
         manager->start();
         calls->setPreferencesManager(manager.get());
@@ -49,6 +49,7 @@ struct CalllistFixture
             {profile, state, when.toSecsSinceEpoch(), number, extension, line, duration});
     }
 
+    NotificationCenter center;
     QTemporaryDir dir;
     SettingsStore store;
     MemorySecretStore secrets;

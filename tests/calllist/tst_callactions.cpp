@@ -60,7 +60,7 @@ void TestCallActions::deleteSelection()
         ids.append(foreign);
 
     ContactsServices contacts(f.dir.filePath(u"data"_s), f.dir.filePath(u"scripts"_s), f.store, nullptr,
-                              f.clock, NotificationCenter::defaultCenter());
+                              f.clock, f.center);
     CallListActions actions(*f.calls, contacts);
     const CallListActions::Deletion done = actions.deleteCalls(p, ids);
     QCOMPARE(done.deleted, deleted);
@@ -85,8 +85,8 @@ void TestCallActions::deleteRefreshesCountersAndMenu()
 
     QObject context;
     int menuRefreshes = 0;
-    NotificationCenter::defaultCenter().addObserver(&context, Notifications::REFRESHLATESTCALLSMENU,
-                                                    [&](const Notification&) { ++menuRefreshes; });
+    f.center.addObserver(&context, Notifications::REFRESHLATESTCALLSMENU,
+                         [&](const Notification&) { ++menuRefreshes; });
     QCOMPARE(f.calls->deleteCallsForProfile(p, {missed}), 1);
     const QList<qint64> c = f.calls->callsCounter();
     QCOMPARE(c.value(TNCallinglist::CounterMissed), 0);

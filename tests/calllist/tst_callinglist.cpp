@@ -115,9 +115,8 @@ void TestCallinglist::countersRefreshInBackground()
     f.call(p, 2, at(2026, 3, 1));
     QObject context;
     QList<qint64> seen;
-    NotificationCenter::defaultCenter().addObserver(
-        &context, Notifications::UPDATESIDETABLE,
-        [&](const Notification&) { seen = f.calls->callsCounter(); });
+    f.center.addObserver(&context, Notifications::UPDATESIDETABLE,
+                         [&](const Notification&) { seen = f.calls->callsCounter(); });
     f.calls->refreshCallsCounter();
     QTRY_COMPARE(seen.value(TNCallinglist::CounterMissed), 1);
     QThreadPool::globalInstance()->waitForDone();
@@ -407,8 +406,7 @@ void TestCallinglist::callerCache()
     CalllistFixture f;
     QObject context;
     int reloads = 0;
-    NotificationCenter::defaultCenter().addObserver(&context, Notifications::RELOADCALLINGLIST,
-                                                    [&](const Notification&) { ++reloads; });
+    f.center.addObserver(&context, Notifications::RELOADCALLINGLIST, [&](const Notification&) { ++reloads; });
     QCOMPARE(f.calls->searchCallerNameForPhoneNumber(QStringLiteral("030111")), QStringList());
     QVERIFY(f.calls->insertCallerWithName(QStringLiteral("Old"), QStringLiteral("030111"), {}, {}));
     QVERIFY(f.calls->insertCallerWithName(QStringLiteral("Anna"), QStringLiteral("030111"),
@@ -484,7 +482,7 @@ void TestCallinglist::deleteCallinglistKeepsMarkersAndLists()
 
     QObject context;
     QStringList posted;
-    NotificationCenter::defaultCenter().addObserver(&context, {}, [&](const Notification& n) {
+    f.center.addObserver(&context, {}, [&](const Notification& n) {
         if (n.object == f.calls.get())
             posted.append(n.name);
     });
@@ -542,8 +540,7 @@ void TestCallinglist::memosPostReload()
     const int p = f.addLocation();
     QObject context;
     int reloads = 0;
-    NotificationCenter::defaultCenter().addObserver(&context, Notifications::RELOADMEMOS,
-                                                    [&](const Notification&) { ++reloads; });
+    f.center.addObserver(&context, Notifications::RELOADMEMOS, [&](const Notification&) { ++reloads; });
     const qint64 id = f.calls->setMemoForProfile(p, u"0999"_s, 1000, u"s"_s, u"b"_s);
     QVERIFY(id > 0);
     QVERIFY(f.calls->updateMemoWithID(id, u"new subject"_s, u"new body"_s));

@@ -210,8 +210,7 @@ private slots:
         const int profile = addLocation(f);
         int reloads = 0;
         QObject ctx;
-        NotificationCenter::defaultCenter().addObserver(&ctx, Notifications::RELOADCALLINGLIST,
-                                                        [&](const Notification&) { ++reloads; });
+        f.center.addObserver(&ctx, Notifications::RELOADCALLINGLIST, [&](const Notification&) { ++reloads; });
         QCOMPARE(download(f, profile, QString::fromUtf8(text)).result, -1);
         QCOMPARE(importFile(f, profile, writeFile(f, text)).result, -1);
         QTRY_COMPARE(reloads, 2); // the view stops its progress indicator
@@ -396,8 +395,7 @@ private slots:
         QObject ctx;
         for (const QString& name : {Notifications::RELOADABFAXLIST, Notifications::RELOADCALLINGLIST,
                                     Notifications::REFRESHLATESTCALLSMENU})
-            NotificationCenter::defaultCenter().addObserver(
-                &ctx, name, [&posted, name](const Notification&) { posted << name; });
+            f.center.addObserver(&ctx, name, [&posted, name](const Notification&) { posted << name; });
         f.call(profile, 1, at(2026, 3, 14, 8, 0));
         f.calls->setLastDateForNewCallsForProfile(profile);
         const QString journal = u"sep=;\nTyp;Datum;Name;Rufnummer;Nebenstelle;Eigene Rufnummer;Dauer\n"_s

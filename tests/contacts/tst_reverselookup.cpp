@@ -87,6 +87,7 @@ private slots:
     void textHelpers();
 
 private:
+    NotificationCenter m_center;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<DirectoryServer> m_server;
@@ -281,7 +282,7 @@ void TestReverseLookup::customScript()
     installDefinitions(
         {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(),
+    ReverseLookup lookup(*search, *m_settings, m_http, m_center,
                          ReverseLookup::scriptRunnerForFolder(scripts, 5000));
     const ReverseSearchResult result = lookup.reverseSearchMain(u"0301234 (alt)"_s, berlin);
     QCOMPARE(result.name, name);
@@ -299,7 +300,7 @@ void TestReverseLookup::customQueryWithLabel()
                                      {u"matchName"_s, u"<td class=n>(.*?)</td>"_s},
                                      {u"matchLabel"_s, u"<td class=l>(.*?)</td>"_s}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), {});
+    ReverseLookup lookup(*search, *m_settings, m_http, m_center, {});
     lookup.setTimeoutMs(2000);
     const ReverseSearchResult result = lookup.reverseSearchMain(u"+49301234"_s, berlin);
     QCOMPARE(result.name, u"Schulz & Co"_s);
@@ -367,13 +368,12 @@ void TestReverseLookup::backgroundLookupReportsOnMainThread()
     installDefinitions(
         {{u"0049"_s, u"0"_s, m_server->url("/de"), u"ph=##NUMBER##"_s, QString(), namePattern}});
     auto search = makeSearch();
-    ReverseLookup lookup(*search, *m_settings, m_http, NotificationCenter::defaultCenter(), {});
+    ReverseLookup lookup(*search, *m_settings, m_http, m_center, {});
     QString gotName, gotConn;
     QThread* deliveredOn = nullptr;
     int reloads = 0;
     QObject observer;
-    NotificationCenter::defaultCenter().addObserver(&observer, Notifications::RELOADCALLINGLIST,
-                                                    [&reloads](const auto&) { ++reloads; });
+    m_center.addObserver(&observer, Notifications::RELOADCALLINGLIST, [&reloads](const auto&) { ++reloads; });
     lookup.reverseSearchInBackground(u"7"_s, u"0301234"_s, berlin, this,
                                      [&](const QString& name, const QString& connID) {
                                          gotName = name;

@@ -484,14 +484,14 @@ void TestCallListWindow::followsNotifications()
     QCOMPARE(w.model()->callCount(), 1);
     // A call stored elsewhere (the import, another program) shows once the list is told.
     rig.call(2, day(2), u"0401"_s);
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST);
+    rig.env.env->notifications().post(Notifications::RELOADCALLINGLIST);
     QTRY_COMPARE(w.model()->callCount(), 2);
     QCOMPARE(w.groups()->counterText(ListQuery::SelectorMissed), u"1"_s);
 
     // While hidden nothing is read; showing it again brings it up to date.
     w.hide();
     rig.call(2, day(3), u"0402"_s);
-    NotificationCenter::defaultCenter().post(Notifications::RELOADCALLINGLIST);
+    rig.env.env->notifications().post(Notifications::RELOADCALLINGLIST);
     QTest::qWait(0);
     QCoreApplication::processEvents();
     QCOMPARE(w.model()->callCount(), 2);

@@ -86,10 +86,9 @@ struct Posted
 {
     QObject context;
     QStringList names;
-    Posted()
+    explicit Posted(NotificationCenter& center)
     {
-        NotificationCenter::defaultCenter().addObserver(&context, QString(),
-                                                        [this](const Notification& n) { names << n.name; });
+        center.addObserver(&context, QString(), [this](const Notification& n) { names << n.name; });
     }
 };
 
@@ -281,7 +280,7 @@ void TestSettingsWindow::editReachesItsKeyOnly()
     GuiEnv env;
     QVERIFY(openTwoLocations(env));
     const QJsonObject before = readSettings(env);
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     // The location edited is not the current one.
     window.selectLocation(kOffice);
@@ -339,7 +338,7 @@ void TestSettingsWindow::passwordsGoToThePasswordStore()
                : tab == SettingsWindow::RemoteTab ? w.remotePage()->passwordField()
                                                   : w.ftpPage()->passwordField();
     };
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     passwordField(window)->setText(u"fresh-s3cret"_s);
     QVERIFY(window.save());
@@ -352,7 +351,7 @@ void TestSettingsWindow::passwordsGoToThePasswordStore()
         QCOMPARE(storedSecret(env, u"Pass"_s, kHome), std::optional<QString>(u"old-home-pass"_s));
 
     // A new window shows it; emptying it removes the item.
-    SettingsWindow again(env.env->manager());
+    SettingsWindow again(env.env->notifications(), env.env->manager());
     QCOMPARE(passwordField(again)->text(), u"fresh-s3cret"_s);
     passwordField(again)->clear();
     QVERIFY(again.save());
@@ -389,9 +388,9 @@ void TestSettingsWindow::refusedInputWritesNothing()
     GuiEnv env;
     QVERIFY(openTwoLocations(env));
     const QByteArray before = fileBytes(settingsPath(env));
-    Posted posted;
+    Posted posted(env.env->notifications());
 
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     window.tabs()->setCurrentIndex(SettingsWindow::RouterTab == tab ? SettingsWindow::GeneralTab
                                                                     : SettingsWindow::RouterTab);
@@ -453,7 +452,7 @@ void TestSettingsWindow::notificationsOnSave()
     QFETCH(QStringList, expected);
     GuiEnv env;
     QVERIFY(openTwoLocations(env));
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.selectLocation(kOffice);
     if (change == u"current"_s)
         window.makeCurrentButton()->click();
@@ -464,7 +463,7 @@ void TestSettingsWindow::notificationsOnSave()
     else if (!change.isEmpty())
         edit(window, change, u"changed.example"_s);
 
-    Posted posted;
+    Posted posted(env.env->notifications());
     window.saveButton()->click();
     QCOMPARE(posted.names, expected);
     if (change == u"current"_s) {
@@ -479,9 +478,9 @@ void TestSettingsWindow::cancelWritesNothing()
     QVERIFY(openTwoLocations(env));
     env.setPassword(kOffice, u"office-pass"_s);
     const QByteArray before = fileBytes(settingsPath(env));
-    Posted posted;
+    Posted posted(env.env->notifications());
     {
-        SettingsWindow window(env.env->manager());
+        SettingsWindow window(env.env->notifications(), env.env->manager());
         window.show();
         edit(window, u"host"_s, u"elsewhere"_s);
         edit(window, u"dock"_s, 1);
@@ -505,7 +504,7 @@ void TestSettingsWindow::editsOfSeveralLocations()
 {
     GuiEnv env;
     QVERIFY(openTwoLocations(env));
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     edit(window, u"host"_s, u"home.example"_s);
     window.selectLocation(kOffice);
@@ -544,10 +543,10 @@ void TestSettingsWindow::addingAndRemovingLocations()
     calls->createDefaultSmartList(1);
     env.setPassword(kHome, u"home-pass"_s);
 
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     QCOMPARE(window.locationList()->count(), 2);
-    Posted posted;
+    Posted posted(env.env->notifications());
     window.addButton()->click();
     QCOMPARE(window.locationList()->count(), 3);
     const QString added = window.shownUID();
@@ -609,11 +608,10 @@ void TestSettingsWindow::blockedLoginsShowInStatusLine()
 {
     GuiEnv env;
     QVERIFY(openTwoLocations(env));
-    SettingsWindow window(env.env->manager());
+    SettingsWindow window(env.env->notifications(), env.env->manager());
     window.show();
     QVERIFY(window.statusLine()->isHidden());
-    NotificationCenter::defaultCenter().post(Notifications::ADDSTATUSBAR, nullptr,
-                                             {{u"BlockTime"_s, u"32"_s}});
+    env.env->notifications().post(Notifications::ADDSTATUSBAR, nullptr, {{u"BlockTime"_s, u"32"_s}});
     QVERIFY(!window.statusLine()->isHidden());
     QVERIFY2(window.statusLine()->text().contains(u"32"_s), qPrintable(window.statusLine()->text()));
 }

@@ -93,8 +93,8 @@ void TestSetupWizard::findReadAndSave()
     QStringList seen;
     QObject observer;
     for (const QString& name : {Notifications::FINISHSAVING, Notifications::ACTIVATESETTINGS})
-        NotificationCenter::defaultCenter().addObserver(&observer, name,
-                                                        [&seen](const Notification& n) { seen << n.name; });
+        env.env->notifications().addObserver(&observer, name,
+                                             [&seen](const Notification& n) { seen << n.name; });
 
     SetupWizard wizard(*env.env);
     wizard.setDiscoveryTarget(u"127.0.0.1:%1"_s.arg(sim.port(u"ssdp"_s)));

@@ -130,7 +130,7 @@ void TestTraffic::trayShowsRatesAndChart()
     // Switched off in the settings: the handset and the plain tooltip come back.
     rig.env.env->settings().setValue(keys::ShowTrafficMonitorInMenu, false);
     rig.env.env->manager().activateCurrentLocation();
-    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS);
+    rig.env.env->notifications().post(Notifications::ACTIVATESETTINGS);
     QTRY_VERIFY(!rig.tray->trafficSampler().isRunning());
     QVERIFY(!status.toolTip().contains(u"⬆"_s));
     QCOMPARE(status.currentIcon().pixmap(22, 22).toImage(),

@@ -225,7 +225,7 @@ void TestTrayMenu::latestCallsDial()
     calls.insertCall({1, 2, now - 60, u"0409998877"_s, u"1"_s, u"5550000"_s, u"0:00"_s});
     calls.insertCall({2, 2, now - 30, u"0111111111"_s, u"1"_s, u"5550000"_s, u"0:00"_s}); // other location
     calls.insertCallerWithName(u"Hanna Berg"_s, u"0409998877"_s, QString(), u"mobile"_s);
-    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU);
+    rig.env.env->notifications().post(Notifications::REFRESHLATESTCALLSMENU);
 
     QTRY_COMPARE(menu->actions().size(), qsizetype(4)); // two sections, two calls
     const QStringList shown = texts(menu);
@@ -269,14 +269,15 @@ void TestTrayMenu::wlanSwitch()
         asked = true;
         return answer;
     };
-    TrayMenu menu(rig.manager(), rig.env.env->routerSessions(), rig.tray->callMonitor().listener(),
-                  rig.tray->callMonitor().conductor(), rig.env.env->callinglist(), hooks);
+    TrayMenu menu(rig.env.env->notifications(), rig.manager(), rig.env.env->routerSessions(),
+                  rig.tray->callMonitor().listener(), rig.tray->callMonitor().conductor(),
+                  rig.env.env->callinglist(), hooks);
     {
         const auto session = rig.env.env->routerSessions().forLocation(*rig.manager().currentPreferences());
         QMutexLocker lock(&session->mutex());
         session->WLANStatus = status;
     }
-    NotificationCenter::defaultCenter().post(Notifications::WLANSTATUS);
+    rig.env.env->notifications().post(Notifications::WLANSTATUS);
     QTest::qWait(0);
     QTRY_COMPARE(menu.wlanItem()->isEnabled(), enabled);
     if (menu.wlanItem()->isEnabled())
@@ -442,6 +443,6 @@ void TestTrayMenu::badgeAfterImport()
     // The badge follows changed settings without another import.
     env.env->settings().setValue(keys::BadgeNewCalls, true);
     env.env->settings().setValue(keys::BadgeNewAbsentiaCalls, true);
-    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS);
+    env.env->notifications().post(Notifications::ACTIVATESETTINGS);
     QTRY_COMPARE(tray.statusMenu().title(), u"3 | 2"_s);
 }

@@ -540,7 +540,7 @@ private slots:
         connect(w.voicemailModel(), &QAbstractItemModel::modelReset, this,
                 [&] { rowsAt.append(w.voicemailModel()->rowCount()); });
         QSignalSpy done(&w, &VoicemailWindow::loadFinished);
-        NotificationCenter::defaultCenter().post(name);
+        rig.env.env->notifications().post(name);
         QTRY_COMPARE_WITH_TIMEOUT(done.count(), 1, kWait);
         QCOMPARE(rowsAt, rowsAtResets);
         QCOMPARE(cell(w.voicemailModel(), 3, VoicemailListModel::Number), u"0304444"_s);
@@ -565,7 +565,7 @@ private slots:
         VoicemailWindow& w = rig.window();
         w.hide();
         QVERIFY(QFile::remove(rig.storage(kFaxbox + kFaxNamed)));
-        NotificationCenter::defaultCenter().post(name);
+        rig.env.env->notifications().post(name);
         QCoreApplication::processEvents();
         QVERIFY(!w.isLoading());
         QCOMPARE(w.faxModel()->rowCount(), faxesWhileHidden);
@@ -583,7 +583,7 @@ private slots:
         w.hide();
         w.reload(); // still reading the old location when the new one is activated
         QVERIFY(w.isLoading());
-        NotificationCenter::defaultCenter().post(Notifications::UPDATEABFAXLISTCLEAN);
+        rig.env.env->notifications().post(Notifications::UPDATEABFAXLISTCLEAN);
         QCoreApplication::processEvents();
         QVERIFY(!w.isLoading());
         QVERIFY(QThreadPool::globalInstance()->waitForDone(kWait));

@@ -16,7 +16,7 @@
 #include "contacts/VCardAddressBook.h"
 
 AppEnvironment::AppEnvironment(AppPaths paths, QString secretsKind)
-    : m_paths(std::move(paths)), m_center(NotificationCenter::defaultCenter()),
+    : m_center(std::make_unique<NotificationCenter>()), m_paths(std::move(paths)),
       m_secretsKind(std::move(secretsKind))
 {
 }
@@ -56,7 +56,7 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_corrupt = false;
     }
     if (!m_callinglist) {
-        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings, m_center);
+        m_callinglist = std::make_unique<TNCallinglist>(m_paths.databaseFile(), *m_settings, *m_center);
         if (!m_callinglist->isValid())
             m_callinglist.reset();
     }
@@ -65,14 +65,14 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
         m_callinglist->setPreferencesManager(m_manager.get());
     }
     m_manager->start();
-    m_routerSessions = std::make_unique<RouterSessions>(m_center, Clock::system(), m_manager.get());
+    m_routerSessions = std::make_unique<RouterSessions>(*m_center, Clock::system(), m_manager.get());
 
     if (m_callinglist) {
         m_callerCache = std::make_unique<DatabaseCallerCache>(*m_callinglist);
         m_voicemailMarkers = std::make_unique<DatabaseVoicemailMarkers>(*m_callinglist, *m_manager);
     }
     m_contacts = std::make_unique<ContactsServices>(m_paths.dataDir, m_paths.scriptsDir(), *m_settings,
-                                                    m_callerCache.get(), Clock::system(), m_center);
+                                                    m_callerCache.get(), Clock::system(), *m_center);
     m_callerNames = std::make_unique<ContactsCallerNames>(*m_manager, *m_contacts);
     if (m_callinglist) {
         ContactsServices* contacts = m_contacts.get();
@@ -87,8 +87,8 @@ bool AppEnvironment::open(bool resetCorruptSettings, QString* error)
                                                               failure)
                          : QString();
         });
-        m_center.addObserver(sync, Notifications::ACTIVATESETTINGS,
-                             [sync](const Notification&) { sync->refreshBadge(); });
+        m_center->addObserver(sync, Notifications::ACTIVATESETTINGS,
+                              [sync](const Notification&) { sync->refreshBadge(); });
     }
     return true;
 }

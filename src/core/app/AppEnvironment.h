@@ -20,7 +20,7 @@ class ContactsCallerNames;
 class TNCallinglist;
 
 // The composition root shared by the tray application and the command line: paths, settings,
-// passwords and the locations, installed as the process-wide instances.
+// passwords, the locations and the notification centre, each made once and handed on.
 class AppEnvironment
 {
 public:
@@ -36,7 +36,7 @@ public:
 
     const AppPaths& paths() const { return m_paths; }
     // The one notification centre the windows and the core services talk through.
-    NotificationCenter& notifications() const { return m_center; }
+    NotificationCenter& notifications() const { return *m_center; }
     SettingsStore& settings() const { return *m_settings; }
     SecretStore& secrets() const { return *m_secrets; }
     TNPreferencesManager& manager() const { return *m_manager; }
@@ -52,8 +52,9 @@ public:
     DatabaseVoicemailMarkers* voicemailMarkers() const { return m_voicemailMarkers.get(); }
 
 private:
+    // First, so that it goes last: every service and window observes through it.
+    std::unique_ptr<NotificationCenter> m_center;
     AppPaths m_paths;
-    NotificationCenter& m_center;
     QString m_secretsKind;
     bool m_corrupt = false;
     QString m_corruptCopy;

@@ -6,24 +6,20 @@
 
 #include <memory>
 
-NotificationCenter& NotificationCenter::defaultCenter()
+NotificationCenter::~NotificationCenter()
 {
-    static NotificationCenter center;
-    return center;
+    for (const QMetaObject::Connection& hook : m_destroyHooks)
+        QObject::disconnect(hook);
 }
 
 void NotificationCenter::addObserver(QObject* context, const QString& name, Handler handler)
 {
     Q_ASSERT(context);
-    bool first = false;
-    {
-        QMutexLocker lock(&m_mutex);
-        first = std::none_of(m_entries.begin(), m_entries.end(),
-                             [&](const Entry& e) { return e.contextKey == context; });
-        m_entries.push_back({m_nextId++, context, context, name, std::move(handler)});
-    }
-    if (first)
-        QObject::connect(context, &QObject::destroyed, [this, context] { purge(context); });
+    QMutexLocker lock(&m_mutex);
+    m_entries.push_back({m_nextId++, context, context, name, std::move(handler)});
+    if (!m_destroyHooks.contains(context))
+        m_destroyHooks.insert(
+            context, QObject::connect(context, &QObject::destroyed, [this, context] { purge(context); }));
 }
 
 void NotificationCenter::removeObserver(QObject* context, const QString& name)
@@ -37,6 +33,7 @@ void NotificationCenter::removeObserver(QObject* context, const QString& name)
 void NotificationCenter::purge(const QObject* context)
 {
     QMutexLocker lock(&m_mutex);
+    m_destroyHooks.remove(context);
     std::erase_if(m_entries, [&](const Entry& e) { return e.contextKey == context; });
 }
 

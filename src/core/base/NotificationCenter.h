@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QMutex>
 #include <QObject>
 #include <QPointer>
@@ -23,11 +24,11 @@ class NotificationCenter
 public:
     using Handler = std::function<void(const Notification&)>;
 
+    // One per process, owned by the composition root and handed to whoever posts or observes.
     NotificationCenter() = default;
+    ~NotificationCenter();
     NotificationCenter(const NotificationCenter&) = delete;
     NotificationCenter& operator=(const NotificationCenter&) = delete;
-
-    static NotificationCenter& defaultCenter();
 
     // An empty name observes every notification. The observation ends with the context object
     // or with removeObserver(context).
@@ -51,5 +52,7 @@ private:
 
     QMutex m_mutex;
     std::vector<Entry> m_entries;
+    // Context objects may outlive the centre: their "destroyed" hooks are cut when it goes.
+    QHash<const QObject*, QMetaObject::Connection> m_destroyHooks;
     quint64 m_nextId = 1;
 };

@@ -158,13 +158,14 @@ void CallListWindow::buildLayout()
 void CallListWindow::observeNotifications()
 {
     rebuildOn(
-        this,
+        m_calls.notificationCenter(), this,
         {Notifications::RELOADCALLINGLIST, Notifications::GETNEWCALLERLIST, Notifications::ACTIVATESETTINGS},
         [this] { whenShown([this] { reloadAll(); }); });
     // Posted after the counters were counted again.
-    rebuildOn(this, {Notifications::UPDATESIDETABLE, Notifications::RELOADCOUNTER},
+    rebuildOn(m_calls.notificationCenter(), this,
+              {Notifications::UPDATESIDETABLE, Notifications::RELOADCOUNTER},
               [this] { whenShown([this] { reloadCounters(false); }); });
-    rebuildOn(this, {Notifications::RELOADCURRENTCALLS}, [this] {
+    rebuildOn(m_calls.notificationCenter(), this, {Notifications::RELOADCURRENTCALLS}, [this] {
         whenShown([this] {
             m_groups->setCurrentCallsCount(currentCallsCount());
             if (m_groups->currentSelector() == CallListGroups::CurrentCalls)

@@ -179,7 +179,7 @@ bool SmartListEditor::save()
         if (!calls)
             return;
         calls->refreshCallsCounterForProfile(profile);
-        NotificationCenter::defaultCenter().post(Notifications::UPDATESIDETABLE, calls.data());
+        calls->notificationCenter().post(Notifications::UPDATESIDETABLE, calls.data());
     });
     return true;
 }

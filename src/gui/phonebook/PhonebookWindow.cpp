@@ -39,8 +39,8 @@ QString numberType(const QString& type)
 }
 } // namespace
 
-PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions,
-                                 SettingsStore& settings, QWidget* parent)
+PhonebookWindow::PhonebookWindow(NotificationCenter& center, TNPreferencesManager& manager,
+                                 RouterSessions& sessions, SettingsStore& settings, QWidget* parent)
     : QWidget(parent, Qt::Window), m_manager(manager), m_sessions(sessions), m_settings(settings)
 {
     setWindowTitle(tr("Router phone book – Tondrel"));
@@ -89,12 +89,11 @@ PhonebookWindow::PhonebookWindow(TNPreferencesManager& manager, RouterSessions& 
     };
     reloadGroups();
     // Another location, or changed credentials: the list is read again.
-    NotificationCenter::defaultCenter().addObserver(this, Notifications::ACTIVATESETTINGS,
-                                                    [this](const Notification&) {
-                                                        m_loadedOnce = false;
-                                                        if (isVisible() && !m_busy)
-                                                            reload();
-                                                    });
+    center.addObserver(this, Notifications::ACTIVATESETTINGS, [this](const Notification&) {
+        m_loadedOnce = false;
+        if (isVisible() && !m_busy)
+            reload();
+    });
     resize(620, 420);
 }
 

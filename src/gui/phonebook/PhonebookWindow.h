@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class NotificationCenter;
 class QComboBox;
 class QLabel;
 class QProgressBar;
@@ -22,8 +23,8 @@ class PhonebookWindow : public QWidget
 {
     Q_OBJECT
 public:
-    PhonebookWindow(TNPreferencesManager& manager, RouterSessions& sessions, SettingsStore& settings,
-                    QWidget* parent = nullptr);
+    PhonebookWindow(NotificationCenter& center, TNPreferencesManager& manager, RouterSessions& sessions,
+                    SettingsStore& settings, QWidget* parent = nullptr);
 
     void reload();
     void addContact(const BoxContactEntry& entry);

@@ -33,8 +33,8 @@ QStringList passwordsOf(const TNPreferences& prefs)
 
 } // namespace
 
-SettingsWindow::SettingsWindow(TNPreferencesManager& manager, QWidget* parent)
-    : QDialog(parent), m_manager(manager)
+SettingsWindow::SettingsWindow(NotificationCenter& center, TNPreferencesManager& manager, QWidget* parent)
+    : QDialog(parent), m_center(center), m_manager(manager)
 {
     setWindowTitle(tr("Tondrel Settings"));
     buildLayout();
@@ -50,12 +50,11 @@ SettingsWindow::SettingsWindow(TNPreferencesManager& manager, QWidget* parent)
     reloadList(m_chosenCurrent);
 
     // The router refuses logins for a while after wrong passwords: say so here.
-    NotificationCenter::defaultCenter().addObserver(
-        this, Notifications::ADDSTATUSBAR, [this](const Notification& n) {
-            setStatus(Localization::localizedFormat(QStringLiteral("errorBlockTime"),
-                                                    n.userInfo.value(QStringLiteral("BlockTime")).toString()),
-                      true);
-        });
+    m_center.addObserver(this, Notifications::ADDSTATUSBAR, [this](const Notification& n) {
+        setStatus(Localization::localizedFormat(QStringLiteral("errorBlockTime"),
+                                                n.userInfo.value(QStringLiteral("BlockTime")).toString()),
+                  true);
+    });
 }
 
 SettingsWindow::~SettingsWindow() = default;
@@ -288,7 +287,7 @@ void SettingsWindow::addLocation()
         m_manager.activateCurrentLocation();
         m_chosenCurrent = m_manager.currentUID();
     }
-    NotificationCenter::defaultCenter().post(Notifications::REFRESHLOCATIONSMENU, this);
+    m_center.post(Notifications::REFRESHLOCATIONSMENU, this);
     reloadList(uid);
     m_tabs->setCurrentWidget(m_router);
     m_router->nameField()->setFocus();
@@ -322,8 +321,8 @@ void SettingsWindow::removeSelectedLocation()
     if (m_chosenCurrent == uid || m_chosenCurrent.isEmpty())
         m_chosenCurrent = m_manager.currentUID();
     m_shownUID.clear();
-    NotificationCenter::defaultCenter().post(Notifications::REFRESHLOCATIONSMENU, this);
-    NotificationCenter::defaultCenter().post(Notifications::ACTIVATESETTINGS, this);
+    m_center.post(Notifications::REFRESHLOCATIONSMENU, this);
+    m_center.post(Notifications::ACTIVATESETTINGS, this);
     reloadList(m_chosenCurrent);
     setStatus(tr("Location \"%1\" removed.").arg(name), false);
 }
@@ -428,7 +427,7 @@ bool SettingsWindow::save()
         m_manager.activateCurrentLocationForID(m_chosenCurrent);
         changes.setCurrentLocationChanged();
     }
-    changes.post(NotificationCenter::defaultCenter(), this);
+    changes.post(m_center, this);
     if (ok)
         accept();
     return ok;

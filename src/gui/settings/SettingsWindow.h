@@ -9,6 +9,7 @@
 #include <memory>
 
 class CallListSettingsPage;
+class NotificationCenter;
 class FtpSettingsPage;
 class GeneralSettingsPage;
 class GlobalPage;
@@ -36,7 +37,7 @@ class SettingsWindow : public QDialog
 public:
     enum Tab { RouterTab, TelephonyTab, MonitorTab, RemoteTab, FtpTab, CallListTab, GeneralTab };
 
-    explicit SettingsWindow(TNPreferencesManager& manager, QWidget* parent = nullptr);
+    SettingsWindow(NotificationCenter& center, TNPreferencesManager& manager, QWidget* parent = nullptr);
     ~SettingsWindow() override;
 
     // Asked before a location goes, with its name; a question box unless set.
@@ -96,6 +97,7 @@ private:
     // Writes one location's changes; false with the reason in the status line.
     bool saveLocation(const QString& uid, Working& w, QStringList* changedKeys, bool* passwordsChanged);
 
+    NotificationCenter& m_center;
     TNPreferencesManager& m_manager;
     std::function<bool(const QString&)> m_confirmRemoval;
     QListWidget* m_list = nullptr;

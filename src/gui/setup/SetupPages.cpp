@@ -356,7 +356,7 @@ SavePage::SavePage(SetupWizard* wizard) : QWizardPage(wizard), m_wizard(wizard)
     m_error = newErrorLabel(this);
     layout->addWidget(m_error);
     layout->addStretch(1);
-    NotificationCenter::defaultCenter().addObserver(
+    m_wizard->environment().notifications().addObserver(
         this, Notifications::UPDATESAVEPROGRESS, [this](const Notification& note) {
             m_progress->setValue(note.userInfo.value(QStringLiteral("progress")).toInt());
         });

@@ -24,12 +24,12 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-VoicemailWindow::VoicemailWindow(TNPreferencesManager& manager, VoicemailMarkerStore* markers,
-                                 CallerNameLookup* names, QWidget* parent)
-    : QMainWindow(parent), m_manager(manager),
-      m_datasource(std::make_unique<TNFTPDatasource>(NotificationCenter::defaultCenter(), markers, names)),
-      m_clock(&Clock::system()), m_cacheDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
-                                            QStringLiteral("/voicemail"))
+VoicemailWindow::VoicemailWindow(NotificationCenter& center, TNPreferencesManager& manager,
+                                 VoicemailMarkerStore* markers, CallerNameLookup* names, QWidget* parent)
+    : QMainWindow(parent), m_center(center), m_manager(manager),
+      m_datasource(std::make_unique<TNFTPDatasource>(center, markers, names)), m_clock(&Clock::system()),
+      m_cacheDir(QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
+                 QStringLiteral("/voicemail"))
 {
     setObjectName(QStringLiteral("VoicemailWindow"));
     setWindowTitle(tr("Answering machine and fax"));
@@ -51,7 +51,7 @@ VoicemailWindow::~VoicemailWindow()
 {
     // Runs still going end on their own; their results find the window gone.
     if (m_loading || m_transferring)
-        NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
+        m_center.post(Notifications::STOPFTPTRANSFER);
 }
 
 void VoicemailWindow::setClock(const Clock* clock)
@@ -169,9 +169,9 @@ void VoicemailWindow::buildLayout()
 
 void VoicemailWindow::observeNotifications()
 {
-    rebuildOn(this, {Notifications::UPDATEABFAXLIST, Notifications::RELOADABFAXLIST},
+    rebuildOn(m_center, this, {Notifications::UPDATEABFAXLIST, Notifications::RELOADABFAXLIST},
               [this] { whenShown([this] { reload(); }); });
-    rebuildOn(this, {Notifications::UPDATEABFAXLISTCLEAN}, [this] {
+    rebuildOn(m_center, this, {Notifications::UPDATEABFAXLISTCLEAN}, [this] {
         // Another location's lists must not stay on show, not even while hidden.
         clearLists();
         whenShown([this] { reload(); });
@@ -251,7 +251,7 @@ void VoicemailWindow::reload()
         return;
     // The newer run wins; the older one is stopped rather than left to finish unseen.
     if (m_loading)
-        NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
+        m_center.post(Notifications::STOPFTPTRANSFER);
     m_cancelled = false;
     m_reloadPending = false;
     clearError();
@@ -266,7 +266,7 @@ void VoicemailWindow::cancel()
     if (!m_loading && !m_transferring)
         return;
     m_cancelled = true;
-    NotificationCenter::defaultCenter().post(Notifications::STOPFTPTRANSFER);
+    m_center.post(Notifications::STOPFTPTRANSFER);
 }
 
 void VoicemailWindow::voicemailsLoaded()

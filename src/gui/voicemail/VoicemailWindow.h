@@ -9,6 +9,7 @@
 #include <memory>
 
 class CallerNameLookup;
+class NotificationCenter;
 class Clock;
 class QLabel;
 class QProgressBar;
@@ -29,8 +30,8 @@ class VoicemailWindow : public QMainWindow
 public:
     enum Tab { VoicemailTab, FaxTab };
 
-    VoicemailWindow(TNPreferencesManager& manager, VoicemailMarkerStore* markers, CallerNameLookup* names,
-                    QWidget* parent = nullptr);
+    VoicemailWindow(NotificationCenter& center, TNPreferencesManager& manager, VoicemailMarkerStore* markers,
+                    CallerNameLookup* names, QWidget* parent = nullptr);
     ~VoicemailWindow() override;
 
     // Shows the window in front, read afresh when it is stale.
@@ -105,6 +106,7 @@ private:
     void saveFetched(const QString& fetched, const QString& target);
     QString suggestedName(int row) const;
 
+    NotificationCenter& m_center;
     TNPreferencesManager& m_manager;
     std::unique_ptr<TNFTPDatasource> m_datasource;
     const Clock* m_clock;

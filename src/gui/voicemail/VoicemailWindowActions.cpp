@@ -35,7 +35,7 @@ void VoicemailWindow::runTransfer(const QString& what, Work work, Done done)
     m_statusText->setText(what);
     updateActions();
     // Made here, so that "STOPFTPTRANSFER" posted on this thread reaches it; released here too.
-    auto connection = std::make_shared<VBFTPConnection>(NotificationCenter::defaultCenter());
+    auto connection = std::make_shared<VBFTPConnection>(m_center);
     QPointer<VoicemailWindow> self(this);
     QThreadPool::globalInstance()->start(
         [self, connection, settings, work = std::move(work), done = std::move(done)]() mutable {

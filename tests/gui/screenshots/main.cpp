@@ -167,7 +167,7 @@ int main(int argc, char** argv)
     dial.hide();
 
     // The menu with the latest calls open beside it.
-    NotificationCenter::defaultCenter().post(Notifications::REFRESHLATESTCALLSMENU);
+    env.env->notifications().post(Notifications::REFRESHLATESTCALLSMENU);
     QTest::qWait(100);
     QMenu* menu = tray.menu().menu();
     menu->popup(QPoint(20, 20));
