@@ -177,20 +177,22 @@ private slots:
     {
         CalllistFixture f;
         const int profile = addLocation(f);
-        const auto r = importFile(f, profile, dataFile(u"fritzos7_8columns_latin1.csv"_s));
+        const auto r = importFile(f, profile, dataFile(u"journal_8columns_latin1.csv"_s));
         QCOMPARE(r.result, 4);
-        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"004592459500"_s).value(1), u"Müller GmbH"_s);
+        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"004533155512"_s).value(1),
+                 u"Bäckerei Jürgensen"_s);
         const auto rows = stored(f, profile);
-        QCOMPARE(rows[0].extension, u""_s); // 30.07. 20:11 has no extension
+        QCOMPARE(rows[0].extension, u""_s); // 14.09. 19:48 has no extension
         QCOMPARE(rows[1].extension, u"ISDN Gerät"_s);
-        QCOMPARE(rows[1].line, u"97911585"_s);
+        QCOMPARE(rows[1].line, u"5557310"_s);
         // The same text in UTF-8 reads the same.
         CalllistFixture g;
         const int p2 = addLocation(g);
-        QFile latin(dataFile(u"fritzos7_8columns_latin1.csv"_s));
+        QFile latin(dataFile(u"journal_8columns_latin1.csv"_s));
         QVERIFY(latin.open(QIODevice::ReadOnly));
         importFile(g, p2, writeFile(g, QString::fromLatin1(latin.readAll()).toUtf8()));
-        QCOMPARE(g.calls->searchCallerNameForPhoneNumber(u"004592459500"_s).value(1), u"Müller GmbH"_s);
+        QCOMPARE(g.calls->searchCallerNameForPhoneNumber(u"004533155512"_s).value(1),
+                 u"Bäckerei Jürgensen"_s);
     }
 
     void unreadableJournals_data()
