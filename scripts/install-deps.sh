@@ -7,7 +7,7 @@ PACKAGES=(
   qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   qt6-svg-dev qt6-charts-dev qt6-multimedia-dev libgl-dev
   libcurl4-openssl-dev libsqlite3-dev libsqlitecpp-dev libssl-dev
-  qtkeychain-qt6-dev libplist-dev libspeex-dev
+  qtkeychain-qt6-dev libplist-dev libpcre2-dev libspeex-dev
   libcli11-dev libcpp-httplib-dev libbenchmark-dev
   python3 python3-pyftpdlib python3-openssl
   xvfb dbus dbus-x11 curl clang-format

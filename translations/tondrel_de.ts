@@ -45,6 +45,10 @@
         <translation>Nach fehlgeschlagenen Anmeldungen lehnt die FRITZ!Box weitere Anmeldungen für %1 Sekunden ab.</translation>
     </message>
     <message>
+        <source>The router asked for a login that Tondrel does not accept (unexpected challenge).</source>
+        <translation>Die FRITZ!Box hat eine Anmeldung verlangt, die Tondrel nicht annimmt (unerwartete Challenge).</translation>
+    </message>
+    <message>
         <source>The router user lacks the right this action needs. Check the user&apos;s rights on the router.</source>
         <translation>Dem FRITZ!Box-Benutzer fehlt das für diese Aktion nötige Recht. Bitte prüfen Sie die Rechte des Benutzers in der FRITZ!Box.</translation>
     </message>

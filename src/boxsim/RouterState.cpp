@@ -146,7 +146,9 @@ void RouterState::rotateChallenge()
 {
     QMutexLocker lock(&m_mutex);
     m_md5Challenge = randomHex(4);
-    m_pbkdf2Challenge = QStringLiteral("2$10000$%1$2000$%2").arg(randomHex(16), randomHex(16));
+    // "pbkdf2Iterations" sets the first stage's count (a hostile router's challenge).
+    const int iterations = m_scenario.value(QStringLiteral("pbkdf2Iterations")).toInt(10000);
+    m_pbkdf2Challenge = QStringLiteral("2$%1$%2$2000$%3").arg(iterations).arg(randomHex(16), randomHex(16));
 }
 
 int RouterState::blockSecondsLeft() const

@@ -110,6 +110,9 @@ void TestAssistantData::remoteAccess_data()
     withPort.insert(8, u"8443"_s);
     QTest::newRow("MyFRITZ! registered with its port")
         << answerWith(withPort) << u"abc123.myfritz.net"_s << u"8443"_s << QString() << false;
+    withPort.insert(8, u"99999"_s);
+    QTest::newRow("MyFRITZ! port out of range reads as the default")
+        << answerWith(withPort) << u"abc123.myfritz.net"_s << u"443"_s << QString() << false;
     auto noMail = myFritz;
     noMail.insert(15, QString());
     QTest::newRow("MyFRITZ! without e-mail falls back to dynamic DNS")

@@ -26,6 +26,13 @@ private slots:
             << QStringLiteral("2$10000$5A1711$2000") << QStringLiteral("x") << QString();
         QTest::newRow("PBKDF2 challenge with a text iteration count is refused")
             << QStringLiteral("2$many$5A1711$2000$5A1722") << QStringLiteral("x") << QString();
+        // Would each cost minutes of CPU.
+        QTest::newRow("PBKDF2 first stage over 1,000,000 iterations is refused")
+            << QStringLiteral("2$1000001$5A1711$2000$5A1722") << QStringLiteral("x") << QString();
+        QTest::newRow("PBKDF2 second stage of 2^31-1 iterations is refused")
+            << QStringLiteral("2$10000$5A1711$2147483647$5A1722") << QStringLiteral("x") << QString();
+        QTest::newRow("PBKDF2 iteration count beyond int is refused")
+            << QStringLiteral("2$2147483648$5A1711$2000$5A1722") << QStringLiteral("x") << QString();
     }
     void response()
     {

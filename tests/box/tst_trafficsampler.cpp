@@ -29,6 +29,13 @@ void TestTrafficSampler::records_data()
     QTest::newRow("real-time queues summed element-wise")
         << full << QStringLiteral("us_realtime")
         << QVariant(QStringList{QStringLiteral("11"), QStringLiteral("22"), QStringLiteral("30")});
+    // Two int maxima used to overflow when summed; out-of-range values count as malformed.
+    QTest::newRow("real-time sum past int, malformed values as zero")
+        << QStringList{QStringLiteral("2147483647,-5,99999999999999999999"),
+                       QStringLiteral("2147483647,7,1")} +
+               full.mid(2)
+        << QStringLiteral("us_realtime")
+        << QVariant(QStringList{QStringLiteral("4294967294"), QStringLiteral("7"), QStringLiteral("1")});
     QTest::newRow("downstream history")
         << full << QStringLiteral("ds_internet")
         << QVariant(QStringList{QStringLiteral("500"), QStringLiteral("600")});

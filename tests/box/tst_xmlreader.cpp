@@ -36,6 +36,12 @@ private slots:
                               "xmlns:u=\"y\"><A>1</A></u:GetInfoResponse></s:Body></s:Envelope>")
             << true;
         QTest::newRow("router error page") << QStringLiteral("<html><body>404</body></html>") << false;
+        // Used to overflow the stack, one recursion per level.
+        QTest::newRow("100,000 nested elements")
+            << QStringLiteral("<s:Envelope xmlns:s=\"x\"><s:Body><u:GetInfoResponse xmlns:u=\"y\">") +
+                   QStringLiteral("<A>").repeated(100000) + QStringLiteral("</A>").repeated(100000) +
+                   QStringLiteral("</u:GetInfoResponse></s:Body></s:Envelope>")
+            << false;
         QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/box/getinfo_response_unclosed_devicelog.xml"));
         QVERIFY(f.open(QIODevice::ReadOnly));
         QTest::newRow("device log element never closed") << QString::fromUtf8(f.readAll()) << false;

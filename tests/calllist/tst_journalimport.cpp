@@ -147,10 +147,10 @@ private slots:
         QTest::addColumn<QString>("newestNumber");
         QTest::newRow("no final newline") << u"journal_incoming_no_final_newline.csv"_s << 3 << 0
                                           << u"09.11.2019 08:42"_s << u"0895552718"_s;
-        QTest::newRow("empty journal") << u"fritzctl_calls_none.csv"_s << 0 << 0 << QString() << QString();
+        QTest::newRow("empty journal") << u"journal_header_only.csv"_s << 0 << 0 << QString() << QString();
         // Type 3 is outgoing here: this journal has no type 4.
-        QTest::newRow("firmware 74.04.86")
-            << u"libfritzpp_fw74.04.86_foncalls.csv"_s << 14 << 5 << u"19.12.2010 14:23"_s << u"030**799"_s;
+        QTest::newRow("older firmware, no type 4")
+            << u"journal_without_type4.csv"_s << 14 << 5 << u"27.11.2011 09:41"_s << u"030**811"_s;
     }
     void realJournals()
     {
@@ -177,20 +177,22 @@ private slots:
     {
         CalllistFixture f;
         const int profile = addLocation(f);
-        const auto r = importFile(f, profile, dataFile(u"fritzos7_8columns_latin1.csv"_s));
+        const auto r = importFile(f, profile, dataFile(u"journal_8columns_latin1.csv"_s));
         QCOMPARE(r.result, 4);
-        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"004592459500"_s).value(1), u"Müller GmbH"_s);
+        QCOMPARE(f.calls->searchCallerNameForPhoneNumber(u"004533155512"_s).value(1),
+                 u"Bäckerei Jürgensen"_s);
         const auto rows = stored(f, profile);
-        QCOMPARE(rows[0].extension, u""_s); // 30.07. 20:11 has no extension
+        QCOMPARE(rows[0].extension, u""_s); // 14.09. 19:48 has no extension
         QCOMPARE(rows[1].extension, u"ISDN Gerät"_s);
-        QCOMPARE(rows[1].line, u"97911585"_s);
+        QCOMPARE(rows[1].line, u"5557310"_s);
         // The same text in UTF-8 reads the same.
         CalllistFixture g;
         const int p2 = addLocation(g);
-        QFile latin(dataFile(u"fritzos7_8columns_latin1.csv"_s));
+        QFile latin(dataFile(u"journal_8columns_latin1.csv"_s));
         QVERIFY(latin.open(QIODevice::ReadOnly));
         importFile(g, p2, writeFile(g, QString::fromLatin1(latin.readAll()).toUtf8()));
-        QCOMPARE(g.calls->searchCallerNameForPhoneNumber(u"004592459500"_s).value(1), u"Müller GmbH"_s);
+        QCOMPARE(g.calls->searchCallerNameForPhoneNumber(u"004533155512"_s).value(1),
+                 u"Bäckerei Jürgensen"_s);
     }
 
     void unreadableJournals_data()
@@ -230,7 +232,7 @@ private slots:
                 text += line + '\n';
         const auto r = importFile(f, profile, writeFile(f, text));
         QCOMPARE(r.result, 12);
-        QCOMPARE(r.badLines, 8);
+        QCOMPARE(r.badLines, 10);
         for (const Stored& s : stored(f, profile))
             QVERIFY(!s.duration.isEmpty() && s.callstate >= 1 && s.callstate <= 3);
     }

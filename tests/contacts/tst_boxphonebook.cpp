@@ -265,6 +265,10 @@ void TestBoxPhonebook::rejectUnusableDownloads_data()
            "<person><realName>A"_s;
     QTest::newRow("no book inside") << u"<phonebooks></phonebooks>"_s;
     QTest::newRow("garbage after the book") << u"<phonebooks><phonebook/></phonebooks><oops"_s;
+    // Used to overflow the stack while reading the name's text.
+    QTest::newRow("name nested 100,000 elements deep")
+        << u"<phonebooks><phonebook><contact><person><realName>"_s + u"<b>"_s.repeated(100000) + u"A"_s +
+               u"</b>"_s.repeated(100000) + u"</realName></person></contact></phonebook></phonebooks>"_s;
 }
 
 void TestBoxPhonebook::rejectUnusableDownloads()

@@ -216,6 +216,19 @@ void TestVCard::writtenCardReadsBack()
     QCOMPARE(back.people.size(), 1);
     QCOMPARE(describe(back.people.at(0)), describe(person));
     QCOMPARE(back.people.at(0).uid, person.uid);
+
+    // A line break of any form comes back as LF, with the rest of the card intact (a raw CR
+    // used to end the content line and lose what followed).
+    for (const QString& lineBreak : {u"\r\n"_s, u"\r"_s, u"\n"_s}) {
+        ABPerson twoLines = person;
+        twoLines.lastName = u"Nachname"_s + lineBreak + u"zweite Zeile"_s;
+        twoLines.organization = u"Praxis"_s + lineBreak + u"2. Stock"_s;
+        const auto read = VCardParser::parse(VCardParser::serialize(twoLines), u"written"_s);
+        QCOMPARE(read.people.size(), 1);
+        twoLines.lastName = u"Nachname\nzweite Zeile"_s;
+        twoLines.organization = u"Praxis\n2. Stock"_s;
+        QCOMPARE(describe(read.people.at(0)), describe(twoLines));
+    }
 }
 
 void TestVCard::folderBookSeesChangesAndAdditions()

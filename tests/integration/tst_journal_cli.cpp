@@ -59,8 +59,8 @@ private slots:
 
     void importFileThenListAndExport()
     {
-        CliResult r = runCli(
-            m_env, {u"calls"_s, u"import"_s, u"--file"_s, dataFile(u"libfritzpp_fw74.04.86_foncalls.csv"_s)});
+        CliResult r =
+            runCli(m_env, {u"calls"_s, u"import"_s, u"--file"_s, dataFile(u"journal_without_type4.csv"_s)});
         QVERIFY2(r.exitCode == 0, r.err.constData());
         QCOMPARE(r.out.trimmed(), QByteArray("14"));
 
@@ -70,7 +70,7 @@ private slots:
         const QList<QByteArray> lines = r.out.trimmed().split('\n');
         QCOMPARE(lines.size(), 4); // titles and three missed calls, oldest first
         QCOMPARE(lines[0], QByteArray("\"Number\",\"Duration\",\"Call type\""));
-        QCOMPARE(lines[1], QByteArray("\"0304712\",\"0:00\",\"2\""));
+        QCOMPARE(lines[1], QByteArray("\"0305550187\",\"0:00\",\"2\""));
 
         const QString js = m_env.root.filePath(u"data.js"_s);
         r = runCli(m_env, {u"calls"_s, u"export"_s, u"--format"_s, u"web"_s, u"--out"_s, js});
@@ -79,8 +79,8 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QList<QByteArray> web = file.readAll().split('\n');
         QCOMPARE(web[1], QByteArray("var calldata = new Array();"));
-        QVERIFY(web[2].contains("calldata[3] = new Object();calldata[3] = [{ date:\"19.12.2010 14:23\", "
-                                "name:\"AVM Ansage (HD)\""));
+        QVERIFY(web[2].contains("calldata[3] = new Object();calldata[3] = [{ date:\"27.11.2011 09:41\", "
+                                "name:\"Zeitansage\""));
     }
 
     void importRefusesWhatIsNoJournal_data()

@@ -225,6 +225,18 @@ private slots:
         QVERIFY(login.contains(QStringLiteral("<input type=\"password\"")));
     }
 
+    // More than 1,000,000 PBKDF2 iterations is refused before any response is computed or sent.
+    void costlyChallengeIsRefused()
+    {
+        SimulatorProcess sim({QStringLiteral("--scenario"), scenario("{\"pbkdf2Iterations\":1000001}")});
+        QVERIFY(sim.isRunning());
+        auto b = box(sim.port(QStringLiteral("web")), QStringLiteral("secret"));
+        const RouterFailure failure = b->session->currentSessionIDUsePreferences(b->prefs.get());
+        QCOMPARE(failure.key, QStringLiteral("errorUnexpectedChallenge"));
+        QVERIFY(b->session->sessionResult != int(TNSessionResultLoggedIn));
+        QCOMPARE(loginRequests(sim), 1); // the challenge only
+    }
+
     void wrongPasswordOnCurrentFirmwareFallsBackToNoSession()
     {
         SimulatorProcess sim;

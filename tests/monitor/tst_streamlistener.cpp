@@ -142,7 +142,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("stream");
         QTest::addColumn<int>("chunk");
-        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/monitor/jfritz_FBoxListenerV3Test_lines.txt"));
+        QFile f(QStringLiteral(TONDREL_TEST_DATA_DIR "/monitor/with_and_without_final_semicolon.txt"));
         QVERIFY(f.open(QIODevice::ReadOnly));
         const QByteArray capture = f.readAll();
         const QByteArray crlf = QByteArray(capture).replace("\n", "\r\n");

@@ -95,15 +95,21 @@ ReadOutcome assistantDataFromAnswer(const QStringList& answer, int sessionResult
     data->prefixis = {at(answer, LKZPrefix), at(answer, LKZ), at(answer, OKZPrefix), at(answer, OKZ)};
     data->dialPort = at(answer, DialPort);
 
+    // A port outside 1-65535 (or no number) is read as none.
+    QString httpsPort = at(answer, HttpsPort);
+    bool portOk = false;
+    const uint port = httpsPort.toUInt(&portOk);
+    if (!portOk || port == 0 || port > 65535)
+        httpsPort.clear();
     const bool myFritz = at(answer, MyFritzRegistered) == u"1" && at(answer, MyFritzEnabled) == u"1" &&
                          !at(answer, MyFritzName).isEmpty() && !at(answer, MyFritzEmail).isEmpty();
     data->myFritzHost = myFritz;
     if (myFritz) {
         data->remoteHost = at(answer, MyFritzName);
-        data->remoteSSLPort = at(answer, HttpsPort).isEmpty() ? QStringLiteral("443") : at(answer, HttpsPort);
+        data->remoteSSLPort = httpsPort.isEmpty() ? QStringLiteral("443") : httpsPort;
     } else {
         data->remoteHost = at(answer, DdnsDomain);
-        data->remoteSSLPort = at(answer, HttpsPort);
+        data->remoteSSLPort = httpsPort;
         if (!at(answer, RemoteUsername).isEmpty())
             data->remoteUser = at(answer, RemoteUsername);
     }

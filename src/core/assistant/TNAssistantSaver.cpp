@@ -34,7 +34,7 @@ QString TNAssistantSaver::savePreferences(const AssistantRouterData& data)
         prefs->remotePassWord = data.remotePass;
         bool portOk = false;
         const int sslPort = data.remoteSSLPort.toInt(&portOk);
-        prefs->remotesslPort = portOk && sslPort > 0 ? sslPort : 443;
+        prefs->remotesslPort = portOk && sslPort > 0 && sslPort <= 65535 ? sslPort : 443;
         if (!data.name.isEmpty())
             prefs->locationName = data.name;
         if (data.prefixis.size() == 4)

@@ -25,6 +25,9 @@ const LocalizedString kStrings[] = {
     //: %1: block time in seconds, as the router sent it
     {"errorBlockTime",
      QT_TRANSLATE_NOOP("Tondrel", "After failed logins the router refuses further logins for %1 seconds.")},
+    {"errorUnexpectedChallenge",
+     QT_TRANSLATE_NOOP("Tondrel",
+                       "The router asked for a login that Tondrel does not accept (unexpected challenge).")},
     {"missingUserRights",
      QT_TRANSLATE_NOOP(
          "Tondrel",

@@ -53,7 +53,8 @@ QString pbkdf2Response(const QString& challenge, const QString& password)
     const int iter1 = parts[1].toInt(&ok1);
     const int iter2 = parts[3].toInt(&ok2);
     QByteArray salt1, salt2;
-    if (!ok1 || !ok2 || iter1 < 1 || iter2 < 1 || !hexSalt(parts[2], &salt1) || !hexSalt(parts[4], &salt2))
+    if (!ok1 || !ok2 || iter1 < 1 || iter2 < 1 || iter1 > MaxPbkdf2Iterations ||
+        iter2 > MaxPbkdf2Iterations || !hexSalt(parts[2], &salt1) || !hexSalt(parts[4], &salt2))
         return {};
     const QByteArray hash1 = pbkdf2(password.toUtf8(), salt1, iter1);
     const QByteArray hash2 = hash1.isEmpty() ? QByteArray() : pbkdf2(hash1, salt2, iter2);

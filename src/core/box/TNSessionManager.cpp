@@ -101,7 +101,9 @@ void TNSessionManager::updatedSessionID()
 
     int result =
         retrieveSessionIDForRequest(requestForSessionCommand(QStringLiteral("sessionlua"), {}), true);
-    if (result == TNSessionResultUnreachable || result == TNSessionResultBlocked) {
+    // A refused challenge is not retried on the older login page: the router sent it on purpose.
+    const bool challengeRefused = m_failure.key == u"errorUnexpectedChallenge";
+    if (result == TNSessionResultUnreachable || result == TNSessionResultBlocked || challengeRefused) {
         sessionResult = result;
         userRights = TNSessionRightBase;
         allFinished = true;
@@ -179,6 +181,12 @@ int TNSessionManager::retrieveSessionIDForRequest(const FBRequest& request, bool
 
     const QString password = (remoteAccess && useLUA) ? remotePassWord : passWord;
     const QString response = FBLoginHash::responseForChallenge(challenge, password);
+    if (response.isEmpty()) {
+        qCWarning(lcBox).noquote() << "login challenge refused:" << challenge.left(64);
+        m_failure =
+            RouterFailure::make(RouterFailure::Kind::Other, QStringLiteral("errorUnexpectedChallenge"));
+        return TNSessionResultRejected;
+    }
     const QString answer = startWithRequest(requestForSessionCommand(
         useLUA ? QStringLiteral("responselua") : QStringLiteral("response"), response));
     if (hasBlockTimeError(answer))

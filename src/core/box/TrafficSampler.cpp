@@ -7,6 +7,17 @@
 #include <QPointer>
 #include <QThreadPool>
 
+namespace {
+// Bits per second as the router writes them; a value that is no number, negative or beyond any
+// line's rate reads as 0 (two were added up as int and overflowed).
+qint64 rate(const QString& text)
+{
+    bool ok = false;
+    const qint64 value = text.trimmed().toLongLong(&ok);
+    return ok && value >= 0 && value <= 1'000'000'000'000LL ? value : 0;
+}
+} // namespace
+
 TrafficSampler::TrafficSampler(SettingsStore& settings, Query query, QObject* parent)
     : QObject(parent), m_settings(settings), m_query(std::move(query))
 {
@@ -50,8 +61,7 @@ QVariantMap TrafficSampler::recordFromAnswer(const QStringList& answer)
     QStringList realtime;
     realtime.reserve(q2.size());
     for (qsizetype i = 0; i < q2.size(); ++i)
-        realtime << QString::number(q2.at(i).trimmed().toInt() +
-                                    (i < q3.size() ? q3.at(i).trimmed().toInt() : 0));
+        realtime << QString::number(rate(q2.at(i)) + (i < q3.size() ? rate(q3.at(i)) : 0));
     return {{QStringLiteral("ds_internet"), history(7)}, {QStringLiteral("ds_tv"), history(8)},
             {QStringLiteral("us_realtime"), realtime},   {QStringLiteral("us_important"), history(2)},
             {QStringLiteral("us_default"), history(3)},  {QStringLiteral("us_low"), history(4)},

@@ -2,7 +2,12 @@
 
 #include <QXmlStreamReader>
 
+#include <vector>
+
 namespace {
+// Router answers nest a handful of levels; anything deeper is not an answer we understand.
+constexpr int kMaxDepth = 64;
+
 void insertChild(QVariantMap& into, const QString& name, const QVariant& value)
 {
     auto it = into.find(name);
@@ -15,26 +20,12 @@ void insertChild(QVariantMap& into, const QString& name, const QVariant& value)
     *it = list;
 }
 
-// Reads the current element's content; the reader stands on its start element.
-QVariant readElement(QXmlStreamReader& xml)
+struct OpenElement
 {
+    QString name;
     QVariantMap children;
     QString text;
-    while (!xml.atEnd()) {
-        const auto token = xml.readNext();
-        if (token == QXmlStreamReader::StartElement) {
-            const QString name = xml.qualifiedName().toString();
-            insertChild(children, name, readElement(xml));
-        } else if (token == QXmlStreamReader::Characters) {
-            text += xml.text();
-        } else if (token == QXmlStreamReader::EndElement) {
-            break;
-        }
-    }
-    if (children.isEmpty())
-        return text.trimmed();
-    return children;
-}
+};
 } // namespace
 
 namespace XMLReader {
@@ -43,10 +34,24 @@ QVariantMap dictionaryForXMLString(const QString& text, QString* error)
 {
     QXmlStreamReader xml(text);
     QVariantMap root;
+    // An explicit stack instead of recursion: the input decides the depth.
+    std::vector<OpenElement> open;
     while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement) {
-            const QString name = xml.qualifiedName().toString();
-            insertChild(root, name, readElement(xml));
+        const auto token = xml.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            if (open.size() >= kMaxDepth) {
+                xml.raiseError(QStringLiteral("elements nested deeper than %1 levels").arg(kMaxDepth));
+                break;
+            }
+            open.push_back({xml.qualifiedName().toString(), {}, {}});
+        } else if (token == QXmlStreamReader::Characters && !open.empty()) {
+            open.back().text += xml.text();
+        } else if (token == QXmlStreamReader::EndElement && !open.empty()) {
+            OpenElement done = std::move(open.back());
+            open.pop_back();
+            const QVariant value =
+                done.children.isEmpty() ? QVariant(done.text.trimmed()) : QVariant(done.children);
+            insertChild(open.empty() ? root : open.back().children, done.name, value);
         }
     }
     if (xml.hasError()) {

@@ -34,7 +34,7 @@ Column columnFor(const QString& title)
     return Unknown;
 }
 
-// Two digits at pos, or -1.
+// The value of count (at most nine) digits at pos, or -1.
 int digits(QStringView s, qsizetype pos, qsizetype count)
 {
     int value = 0;
@@ -140,10 +140,12 @@ std::optional<qint64> JournalParser::parseDate(QStringView s, bool longYear)
 
 bool JournalParser::isDuration(QStringView s)
 {
+    // "h:mm" with at most four digits of hours: more overflowed the sum in the statistics.
     const qsizetype colon = s.indexOf(u':');
-    if (colon < 1 || s.size() - colon != 3)
+    if (colon < 1 || colon > 4 || s.size() - colon != 3)
         return false;
-    return digits(s, 0, colon) >= 0 && digits(s, colon + 1, 2) >= 0;
+    const int minutes = digits(s, colon + 1, 2);
+    return digits(s, 0, colon) >= 0 && minutes >= 0 && minutes < 60;
 }
 
 JournalParser::Outcome JournalParser::parse(const QString& text, JournalRow* row, QString* why)

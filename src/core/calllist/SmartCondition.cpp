@@ -31,6 +31,15 @@ QString dayModifier(qint64 days)
     return QStringLiteral("-%1 day").arg(days);
 }
 
+// A day count as the user or a stored list gives it; beyond a few centuries (or not a number) it
+// reads as 0 like any malformed value, which also keeps the negation below defined.
+qint64 dayCount(const QString& value)
+{
+    bool ok = false;
+    const qint64 days = value.trimmed().toLongLong(&ok);
+    return ok && days > -1000000 && days < 1000000 ? days : 0;
+}
+
 qint64 localMidnight(const QDate& day)
 {
     return QDateTime(day, QTime(0, 0)).toSecsSinceEpoch();
@@ -70,10 +79,10 @@ SqlFragment datePiece(int condition, const QString& value, qint64 now)
         // compares an integer column with text.
         return SqlFragment(
             QStringLiteral("callinglist.calldate > STRFTIME('%s',?,'unixepoch','localtime',?)"),
-            {now, dayModifier(value.trimmed().toLongLong())});
+            {now, dayModifier(dayCount(value))});
     case DaysAgo: {
         // Exactly the local day N days back.
-        const QDate day = today.addDays(-value.trimmed().toLongLong());
+        const QDate day = today.addDays(-dayCount(value));
         return daysRange(day, day);
     }
     default:

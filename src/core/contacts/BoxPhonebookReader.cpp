@@ -20,6 +20,35 @@ QString declaredEncoding(const QString& declaration)
     return re.match(declaration).captured(1);
 }
 
+// Markup inside a name or number is read through to its text; deeper than this is not a book.
+constexpr int kMaxTextDepth = 32;
+
+// The element's text including that of child elements, without recursion (the reader's own
+// readElementText recurses once per level and overflowed the stack on deeply nested markup).
+QString elementText(QXmlStreamReader& xml)
+{
+    QString text;
+    int depth = 1;
+    while (depth > 0 && !xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::StartElement:
+            if (++depth > kMaxTextDepth)
+                xml.raiseError(QStringLiteral("markup nested deeper than %1 levels").arg(kMaxTextDepth));
+            break;
+        case QXmlStreamReader::EndElement:
+            --depth;
+            break;
+        case QXmlStreamReader::Characters:
+        case QXmlStreamReader::EntityReference:
+            text += xml.text();
+            break;
+        default:
+            break;
+        }
+    }
+    return text.trimmed();
+}
+
 BoxPhonebookNumber readNumber(QXmlStreamReader& xml)
 {
     const auto attributes = xml.attributes();
@@ -29,7 +58,7 @@ BoxPhonebookNumber readNumber(QXmlStreamReader& xml)
     number.prio = attributes.value(QLatin1String("prio")).toString();
     number.quickDial = attributes.value(QLatin1String("quickdial")).toString();
     number.vanity = attributes.value(QLatin1String("vanity")).toString();
-    number.number = xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+    number.number = elementText(xml);
     return number;
 }
 
@@ -38,11 +67,11 @@ BoxPhonebookContact readContact(QXmlStreamReader& xml)
     BoxPhonebookContact contact;
     while (xml.readNextStartElement()) {
         if (xml.name() == u"category") {
-            contact.category = xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+            contact.category = elementText(xml);
         } else if (xml.name() == u"person") {
             while (xml.readNextStartElement()) {
                 if (xml.name() == u"realName")
-                    contact.name = xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+                    contact.name = elementText(xml);
                 else
                     xml.skipCurrentElement();
             }

@@ -43,7 +43,7 @@ FBReverseSearch::Query FBReverseSearch::queryFor(const QString& number, const Pr
     return {p.internationalCountry(), p.trunkArea() + number};
 }
 
-QString FBReverseSearch::reverseSearch(const QString& number, const Prefixis& p)
+QString FBReverseSearch::reverseSearch(const QString& number, const Prefixis& p, BoundedRegex::Budget* budget)
 {
     const auto definitions = ReverseSearchDefinitions::load(m_dataDir);
     if (!definitions)
@@ -74,7 +74,9 @@ QString FBReverseSearch::reverseSearch(const QString& number, const Prefixis& p)
         return {};
     }
     const QString page = QString::fromUtf8(response.body);
-    const QString name = HtmlText::toPlainText(BoundedRegex::firstCapture(def->match, page));
+    BoundedRegex::Budget own;
+    const QString name =
+        HtmlText::toPlainText(BoundedRegex::firstCapture(def->match, page, budget ? *budget : own));
     if (name.isEmpty())
         return {};
     if (m_cache)

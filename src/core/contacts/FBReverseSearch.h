@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/NumberForms.h"
+#include "contacts/BoundedRegex.h"
 
 #include <QString>
 
@@ -29,8 +30,10 @@ public:
     // The application version compared with "Version" (a new version forces a download).
     void setApplicationVersion(const QString& version) { m_appVersion = version; }
 
-    // The name for a number, or "". A found name is written to the caller cache.
-    QString reverseSearch(const QString& number, const Prefixis& prefixis);
+    // The name for a number, or "". A found name is written to the caller cache. The pattern
+    // spends from budget (a fresh one when null).
+    QString reverseSearch(const QString& number, const Prefixis& prefixis,
+                          BoundedRegex::Budget* budget = nullptr);
 
     // Which definition and query number a lookup uses; key "" when there is none.
     struct Query

@@ -27,6 +27,7 @@ ReverseLookup::ReverseLookup(FBReverseSearch& search, SettingsStore& settings, H
 ReverseSearchResult ReverseLookup::reverseSearchMain(const QString& number, const Prefixis& prefixis)
 {
     const QString n = methods::numberWithoutParenthesisPart(number);
+    BoundedRegex::Budget budget;
     const QVariant custom = m_settings.value(keys::ReverseSearchCustom);
     if (custom.isValid()) {
         const QVariantMap options = custom.toMap();
@@ -36,12 +37,12 @@ ReverseSearchResult ReverseLookup::reverseSearchMain(const QString& number, cons
                 return result;
         }
         if (options.value(QStringLiteral("useURL")).toBool()) {
-            const ReverseSearchResult result = reverseSearchCustomURL(n);
+            const ReverseSearchResult result = reverseSearchCustomURL(n, &budget);
             if (!result.name.isEmpty())
                 return result;
         }
     }
-    return {m_search.reverseSearch(n, prefixis), QString()};
+    return {m_search.reverseSearch(n, prefixis, &budget), QString()};
 }
 
 ReverseSearchResult ReverseLookup::reverseSearchCustomScript(const QString& number)
@@ -59,7 +60,7 @@ ReverseSearchResult ReverseLookup::reverseSearchCustomScript(const QString& numb
     return {output, QString()};
 }
 
-ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number)
+ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number, BoundedRegex::Budget* budget)
 {
     const QVariantMap options = m_settings.value(keys::ReverseSearchCustom).toMap();
     const QString url = options.value(QStringLiteral("url")).toString();
@@ -86,13 +87,15 @@ ReverseSearchResult ReverseLookup::reverseSearchCustomURL(const QString& number)
     const QString page = QString::fromUtf8(response.body);
     // The page itself is not logged: it may carry more than the name.
     qCDebug(lcContacts) << "-->" << page.size() << "characters";
+    BoundedRegex::Budget own;
+    BoundedRegex::Budget& patterns = budget ? *budget : own;
     ReverseSearchResult result;
     result.name = HtmlText::toPlainText(
-        BoundedRegex::firstCapture(options.value(QStringLiteral("matchName")).toString(), page));
+        BoundedRegex::firstCapture(options.value(QStringLiteral("matchName")).toString(), page, patterns));
     qCDebug(lcContacts).noquote() << QStringLiteral("name:%1").arg(result.name);
     const QString labelPattern = options.value(QStringLiteral("matchLabel")).toString();
     if (!labelPattern.isEmpty())
-        result.label = HtmlText::toPlainText(BoundedRegex::firstCapture(labelPattern, page));
+        result.label = HtmlText::toPlainText(BoundedRegex::firstCapture(labelPattern, page, patterns));
     qCDebug(lcContacts).noquote() << QStringLiteral("label:%1").arg(result.label);
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/NumberForms.h"
+#include "contacts/BoundedRegex.h"
 
 #include <QObject>
 #include <QPointer>
@@ -35,10 +36,11 @@ public:
 
     void setTimeoutMs(int ms) { m_timeoutMs = ms; }
 
-    // "ReverseSearchCustom" script, then its query, then the definitions. Blocks on the network.
+    // "ReverseSearchCustom" script, then its query, then the definitions. Blocks on the network;
+    // the patterns of one lookup share one BoundedRegex::Budget.
     ReverseSearchResult reverseSearchMain(const QString& number, const Prefixis& prefixis);
     ReverseSearchResult reverseSearchCustomScript(const QString& number);
-    ReverseSearchResult reverseSearchCustomURL(const QString& number);
+    ReverseSearchResult reverseSearchCustomURL(const QString& number, BoundedRegex::Budget* budget = nullptr);
 
     // Looks the number up on a pool thread. A found name reaches onFound on the context
     // object's thread (the call monitor's: the main thread), then "RELOADCALLINGLIST" is posted.

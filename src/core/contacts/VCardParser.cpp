@@ -374,16 +374,22 @@ Result parse(const QByteArray& data, const QString& source)
 }
 
 namespace {
+// A line break of any form (CR LF, lone CR, LF) becomes the escape \n: a raw CR would end the content
+// line for every reader, ours included, and vCard has no escape for CR alone.
 QString escapeValue(const QString& text)
 {
     QString out;
-    for (const QChar c : text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
         if (c == u'\\' || c == u';' || c == u',')
             out += u'\\';
-        if (c == u'\n')
+        if (c == u'\r' || c == u'\n') {
             out += QStringLiteral("\\n");
-        else
+            if (c == u'\r' && i + 1 < text.size() && text.at(i + 1) == u'\n')
+                ++i;
+        } else {
             out += c;
+        }
     }
     return out;
 }

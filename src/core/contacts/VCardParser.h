@@ -19,7 +19,8 @@ struct Result
 // `source` names the file in problem lines. Cards without UID get a stable one from their text.
 Result parse(const QByteArray& data, const QString& source);
 
-// A vCard 3.0 of the person (folded, escaped, UTF-8).
+// A vCard 3.0 of the person (folded, escaped, UTF-8). Line breaks in values are written as the escape \n
+// and so read back as LF, whatever their form was (CR LF, CR, LF).
 QByteArray serialize(const ABPerson& person);
 
 // The label for a TEL line's types (HOME, CELL, IPHONE ...).

@@ -13,6 +13,18 @@ MonitorLine::Event eventFor(const QString& word)
         return MonitorLine::Event::Disconnect;
     return MonitorLine::Event::Unknown;
 }
+
+// Up to maxDigits decimal digits: connection ids and durations are small, and anything longer is
+// not a number the router wrote (and would overflow where it is added up).
+bool isBoundedNumber(const QString& field, int maxDigits)
+{
+    if (field.isEmpty() || field.size() > maxDigits)
+        return false;
+    for (const QChar c : field)
+        if (c < u'0' || c > u'9')
+            return false;
+    return true;
+}
 } // namespace
 
 int MonitorLine::requiredFields(Event event)
@@ -35,9 +47,16 @@ int MonitorLine::requiredFields(Event event)
 std::optional<MonitorLine> MonitorLine::parse(const QByteArray& bytes, QString* reason)
 {
     for (const char c : bytes) {
-        if (static_cast<unsigned char>(c) > 0x7f) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x7f) {
             if (reason)
                 *reason = QStringLiteral("not ASCII");
+            return std::nullopt;
+        }
+        // NUL, a lone CR, ESC ...: no router writes them, and they must not reach a name or a script.
+        if (byte < 0x20 || byte == 0x7f) {
+            if (reason)
+                *reason = QStringLiteral("control byte 0x%1").arg(byte, 2, 16, QLatin1Char('0'));
             return std::nullopt;
         }
     }
@@ -54,6 +73,19 @@ std::optional<MonitorLine> MonitorLine::parse(const QByteArray& bytes, QString* 
                           .arg(line.fields.size())
                           .arg(line.eventWord())
                           .arg(need);
+        return std::nullopt;
+    }
+    // The connection id, and a disconnect's duration in seconds.
+    int badField = 0;
+    if (line.event != Event::Unknown && !isBoundedNumber(line.field(2), 4))
+        badField = 2;
+    else if (line.event == Event::Disconnect && !isBoundedNumber(line.field(3), 9))
+        badField = 3;
+    if (badField) {
+        if (reason)
+            *reason = QStringLiteral("field %1 is not a number of the router's: \"%2\"")
+                          .arg(badField)
+                          .arg(line.field(badField).left(16));
         return std::nullopt;
     }
     return line;

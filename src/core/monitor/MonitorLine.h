@@ -20,7 +20,7 @@ struct MonitorLine
     // How many fields an event needs (the trailing empty field after the last ";" not counted).
     static int requiredFields(Event event);
 
-    // Nullopt (and the reason) for bytes that are not ASCII or a line with fewer fields than its
-    // event needs. An unknown event word parses, as Event::Unknown.
+    // Nullopt (and the reason) for bytes that are not printable ASCII (control bytes included) or
+    // a line with fewer fields than its event needs. An unknown event word parses, as Event::Unknown.
     static std::optional<MonitorLine> parse(const QByteArray& bytes, QString* reason = nullptr);
 };

@@ -8,13 +8,19 @@
 class MonitorLineBuffer
 {
 public:
-    // A line longer than this without a terminator is garbage: it is dropped, not kept forever.
+    // A line longer than this is garbage: it is dropped whole, also the part of it that arrives
+    // in later reads, so that how the bytes were split into reads never decides what is kept.
     static constexpr qsizetype MaxLineLength = 4096;
 
     QList<QByteArray> append(const QByteArray& bytes);
     qsizetype pending() const { return m_pending.size(); }
-    void clear() { m_pending.clear(); }
+    void clear()
+    {
+        m_pending.clear();
+        m_skipping = false;
+    }
 
 private:
     QByteArray m_pending;
+    bool m_skipping = false; // inside an over-long line, until its LF
 };
